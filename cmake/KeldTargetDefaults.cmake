@@ -1,0 +1,21 @@
+# keld_target_defaults(<target>): what every target of this project is compiled with.
+#
+# Floating-point contraction is off everywhere: scaling a position is three separate rounding
+# steps, and a fused multiply-add would give other last bits.
+function(keld_target_defaults target)
+  set_target_properties(${target} PROPERTIES
+    CXX_STANDARD 20
+    CXX_STANDARD_REQUIRED ON
+    CXX_EXTENSIONS OFF
+    CXX_VISIBILITY_PRESET hidden
+    VISIBILITY_INLINES_HIDDEN ON)
+  target_compile_options(${target} PRIVATE
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wnon-virtual-dtor
+    -Wold-style-cast -Woverloaded-virtual -Wcast-align -Wformat=2 -Werror
+    -ffp-contract=off)
+  if(KELD_SANITIZE)
+    target_compile_options(${target} PRIVATE
+      -fsanitize=${KELD_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(${target} PRIVATE -fsanitize=${KELD_SANITIZE})
+  endif()
+endfunction()

@@ -1,0 +1,34 @@
+#ifndef KELD_COMMON_CRASH_REPORT_H
+#define KELD_COMMON_CRASH_REPORT_H
+
+/* Crash reports, for translator executables: a host installs none. */
+
+#include <keld-common/export.h>
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* Called after a dump file was written, on the faulting thread. `answer` is the last argument of
+ * install_crash_report_args; the result is ignored. */
+typedef int (*crash_report_callback)(int signal, int answer);
+
+/* Installs a handler of SIGSEGV, SIGBUS, SIGILL, SIGFPE and SIGABRT for the whole process. At a
+ * fault it writes a readable dump file "vorn_dump_<process id>.txt" into `directory`: signal,
+ * faulting address, command line, and a backtrace with module offsets and symbols where known. Then
+ * it calls `callback`, when not null, and lets the process die of the original signal. The handler
+ * runs on a stack of its own and uses async-signal-safe means up to the callback; a fault in the
+ * callback ends the process at once. `reserved` is 0. A second call changes directory and
+ * callback. */
+KELD_COMMON_EXPORT void install_crash_report_args(char const * directory, int reserved,
+                                                  crash_report_callback callback, int answer);
+
+/* Path of the dump file just written; an empty text before the first fault or when it could not be
+ * written. Owned by the library. */
+KELD_COMMON_EXPORT char const * crash_report_get_filename(void);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif
