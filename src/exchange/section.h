@@ -26,11 +26,9 @@ std::span<Section const> sections();
 
 /// A section whose content is put by `Content::put(sink, subPool)`, once into a `SizeCounter` and
 /// once into a `StreamWriter`, and taken by `Content::read(reader, session)`.
-template <class Content>
-constexpr Section makeSection(char const * name)
+template <class Content> constexpr Section makeSection(char const * name)
 {
-    return {name,
-            [](SizeCounter & counter, SubPool & subPool) { Content::put(counter, subPool); },
+    return {name, [](SizeCounter & counter, SubPool & subPool) { Content::put(counter, subPool); },
             [](StreamWriter & writer, SubPool & subPool) { Content::put(writer, subPool); },
             &Content::read};
 }
@@ -38,17 +36,15 @@ constexpr Section makeSection(char const * name)
 /// The content of a section that lists all entities of one kind in ascending order of ids.
 ///
 /// A `Record` names the entity class and its store, takes its fields from an entity (`take`), lists
-/// them once for counting, writing and reading (`fields`), and makes an entity of them (`make`). Its
-/// size is the same for every entity.
-template <class Record>
-struct EntitySection
+/// them once for counting, writing and reading (`fields`), and makes an entity of them (`make`).
+/// Its size is the same for every entity.
+template <class Record> struct EntitySection
 {
     using Entity = typename Record::Entity;
 
     static constexpr long long RecordSize = fixedSizeOf<Record>();
 
-    template <class Sink>
-    static void put(Sink & sink, SubPool & subPool)
+    template <class Sink> static void put(Sink & sink, SubPool & subPool)
     {
         EntityTable const & entities = (subPool.*Record::Store).m_Entities;
         sink.count(entities.size());
@@ -69,9 +65,10 @@ struct EntitySection
         for (std::size_t left = reader.count(RecordSize); left != 0; --left) {
             reader.beginRecord();
             record.fields(reader);
-            session.made(Record::Store,
-                         [](Base * entity) { Entity::destruct(static_cast<Entity *>(entity)); },
-                         record.make());
+            session.made(
+                Record::Store,
+                [](Base * entity) { Entity::destruct(static_cast<Entity *>(entity)); },
+                record.make());
         }
     }
 };

@@ -1,6 +1,5 @@
-#include <keld-transl/exchange/shared_mem.h>
-
 #include <keld-common/file_mapping.h>
+#include <keld-transl/exchange/shared_mem.h>
 
 #include <set>
 
@@ -8,8 +7,8 @@ namespace transl_tk {
 
 namespace {
 
-/// The handles that are open through a `SharedMem`. Copies share a handle, and the one that releases
-/// it last must find that it is gone.
+/// The handles that are open through a `SharedMem`. Copies share a handle, and the one that
+/// releases it last must find that it is gone.
 std::set<void *> & openHandles()
 {
     static std::set<void *> handles;

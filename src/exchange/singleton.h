@@ -3,10 +3,9 @@
 
 namespace transl_tk {
 
-/// Gives a class one instance per process, made at the first use and destroyed at exit. Making it is
-/// safe from several threads; using it is the class's own concern.
-template <class Class>
-class Singleton
+/// Gives a class one instance per process, made at the first use and destroyed at exit. Making it
+/// is safe from several threads; using it is the class's own concern.
+template <class Class> class Singleton
 {
 public:
     static Class & instance()

@@ -15,13 +15,15 @@ public:
 
     constexpr void u8(bool const &) { m_Size += 1; }
     constexpr void i32(int const &) { m_Size += 4; }
-    template <std::size_t Count>
-    constexpr void f64(double const (&)[Count])
+    template <std::size_t Count> constexpr void f64(double const (&)[Count])
     {
         m_Size += 8 * Count;
     }
     constexpr void count(std::size_t) { m_Size += 4; }
-    constexpr void string(std::string_view text) { m_Size += 4 + static_cast<long long>(text.size()); }
+    constexpr void string(std::string_view text)
+    {
+        m_Size += 4 + static_cast<long long>(text.size());
+    }
 
     /// Adds `count` records of `bytes` bytes.
     constexpr void records(std::size_t count, long long bytes)
@@ -36,8 +38,7 @@ private:
 };
 
 /// Bytes of a record that has the same size in every entity.
-template <class Record>
-constexpr long long fixedSizeOf()
+template <class Record> constexpr long long fixedSizeOf()
 {
     SizeCounter counter;
     Record record{};

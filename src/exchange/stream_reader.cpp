@@ -8,8 +8,9 @@ void StreamReader::string(std::string & text)
 {
     std::size_t const size = count(1);
     void const * const nul = std::memchr(m_At, 0, size);
-    text.assign(m_At, nul != nullptr ? static_cast<std::size_t>(static_cast<char const *>(nul) - m_At)
-                                     : size);
+    text.assign(m_At, nul != nullptr
+                          ? static_cast<std::size_t>(static_cast<char const *>(nul) - m_At)
+                          : size);
     m_At += size;
 }
 

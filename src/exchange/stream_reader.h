@@ -41,11 +41,7 @@ public:
         value = byte != 0;
     }
     void i32(int & value) { bytes(&value, 4); }
-    template <std::size_t Count>
-    void f64(double (&values)[Count])
-    {
-        bytes(values, 8 * Count);
-    }
+    template <std::size_t Count> void f64(double (&values)[Count]) { bytes(values, 8 * Count); }
     void string(std::string & text);
 
     /// A number of elements that take `least` bytes each or more; 0 for a negative one.

@@ -38,8 +38,7 @@ public:
         bytes(&byte, 1);
     }
     void i32(int const & value) { bytes(&value, 4); }
-    template <std::size_t Count>
-    void f64(double const (&values)[Count])
+    template <std::size_t Count> void f64(double const (&values)[Count])
     {
         bytes(values, 8 * Count);
     }

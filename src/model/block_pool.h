@@ -30,8 +30,7 @@ private:
 };
 
 /// Gives the objects of `Class`, a hidden implementation class, memory from a pool of their own.
-template <class Class>
-class Pooled
+template <class Class> class Pooled
 {
 public:
     static void * operator new(std::size_t) { return pool().allocate(); }

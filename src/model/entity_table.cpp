@@ -111,8 +111,7 @@ EntityTable::const_iterator EntityTable::const_iterator::operator++(int) noexcep
 
 EntityTable::const_iterator & EntityTable::const_iterator::operator--() noexcept
 {
-    auto const [previous, entity] =
-        m_Tree->atOrBefore(m_AtEnd ? INT_MAX : m_Entry.first - 1);
+    auto const [previous, entity] = m_Tree->atOrBefore(m_AtEnd ? INT_MAX : m_Entry.first - 1);
     return *this = const_iterator(m_Tree, previous, static_cast<Base *>(entity));
 }
 

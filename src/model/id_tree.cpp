@@ -121,8 +121,7 @@ struct IdTree::Node
         --count;
     }
 
-    template <class Visit>
-    void forEach(Visit && visit) const
+    template <class Visit> void forEach(Visit && visit) const
     {
         if (form == FullForm) {
             for (unsigned byte = 0; byte < 256; ++byte)
@@ -136,8 +135,7 @@ struct IdTree::Node
 
     /// The nearest child from `byte` on, upwards or downwards, with its byte; null when there is
     /// none.
-    template <bool Up>
-    void * nearest(unsigned & byte) const
+    template <bool Up> void * nearest(unsigned & byte) const
     {
         if (form == FullForm) {
             for (;;) {
@@ -161,8 +159,7 @@ struct IdTree::Node
     }
 
     /// The first entry below this node that is at `key` or beyond it in the direction of `Up`.
-    template <bool Up>
-    std::pair<Key, void *> seek(Key key) const
+    template <bool Up> std::pair<Key, void *> seek(Key key) const
     {
         if (!covers(key)) {
             if (Up ? prefix < key : prefix > key)

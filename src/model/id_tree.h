@@ -10,9 +10,9 @@ namespace transl_tk {
 /// Ordered map from signed 32-bit id to a pointer that is never null.
 ///
 /// A radix tree over the id's four bytes, most significant first, with the sign bit turned so that
-/// the order of bytes is the order of numbers. A node holds its children in a sorted list while they
-/// are few and in an array of 256 when they are many, and a run of single children is skipped, so
-/// that dense ids cost about 8 bytes each and sparse ones a small node.
+/// the order of bytes is the order of numbers. A node holds its children in a sorted list while
+/// they are few and in an array of 256 when they are many, and a run of single children is skipped,
+/// so that dense ids cost about 8 bytes each and sparse ones a small node.
 class IdTree
 {
 public:

@@ -13,8 +13,7 @@ namespace {
 
 /// Destroys the entities of a store in ascending order of ids. Entities leave the store as they go
 /// and may take others of their kind along, so each is looked up afresh.
-template <class Entity>
-void destroyAll(EntityStore & store)
+template <class Entity> void destroyAll(EntityStore & store)
 {
     IdTree const & tree = TableAccess::tree(store.m_Entities);
     for (long long next = INT_MIN; next <= INT_MAX;) {

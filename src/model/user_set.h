@@ -41,8 +41,8 @@ private:
 /// Enters `user` among the users of `carrier`, an entity of `store`; a null carrier has none.
 void addUser(EntityStore & store, Base const * carrier, Base * user);
 
-/// Removes `user` from the users of `carrier`. True when nobody uses the carrier any more, so that a
-/// user on its way out frees it; false for a null carrier.
+/// Removes `user` from the users of `carrier`. True when nobody uses the carrier any more, so that
+/// a user on its way out frees it; false for a null carrier.
 bool removeUser(EntityStore & store, Base const * carrier, Base const * user);
 
 /// Frees the sets of users of every carrier in `store`.

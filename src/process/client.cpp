@@ -1,9 +1,8 @@
-#include <keld-transl/process/client.h>
-
 #include "process/frame_values.h"
 
 #include <keld-common/channel.h>
 #include <keld-common/files.h>
+#include <keld-transl/process/client.h>
 #include <keld-transl/process/rwfd.h>
 #include <keld-transl/process/server.h>
 

@@ -1,8 +1,7 @@
-#include <keld-transl/process/client_in.h>
-
 #include "process/frame_values.h"
 
 #include <keld-transl/model/pool.h>
+#include <keld-transl/process/client_in.h>
 #include <keld-transl/process/server.h>
 
 namespace transl_tk {

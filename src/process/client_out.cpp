@@ -1,8 +1,7 @@
-#include <keld-transl/process/client_out.h>
-
 #include "process/frame_values.h"
 
 #include <keld-transl/model/pool.h>
+#include <keld-transl/process/client_out.h>
 #include <keld-transl/process/server.h>
 
 namespace transl_tk {
@@ -37,8 +36,8 @@ std::string ClientOut::getMode()
     return "export";
 }
 
-bool ClientOut::onFilePathNameOk(char * /*buffer*/, int & /*position*/,
-                                 bool const & /*hasPayload*/, int & /*messageId*/)
+bool ClientOut::onFilePathNameOk(char * /*buffer*/, int & /*position*/, bool const & /*hasPayload*/,
+                                 int & /*messageId*/)
 {
     setProgress(15);
     std::string const segment = getSharedMemName();

@@ -9,8 +9,7 @@ namespace transl_tk {
 
 /// Takes a value from a frame at `buffer + position` and steps over it. False, with nothing taken,
 /// when the frame that is being received ends before it.
-template <class Value>
-bool takeValue(char const * buffer, int & position, Value & value)
+template <class Value> bool takeValue(char const * buffer, int & position, Value & value)
 {
     constexpr int Size = sizeof(Value);
     ProxyServer const & server = ProxyServer::instance();

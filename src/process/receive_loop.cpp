@@ -38,8 +38,8 @@ bool fill(ServerControl & control)
     }
 }
 
-/// Moves what is unread to the start of the buffer and reads more behind it. False when nothing more
-/// comes; the frame is then given up.
+/// Moves what is unread to the start of the buffer and reads more behind it. False when nothing
+/// more comes; the frame is then given up.
 ///
 /// A read that was interrupted is repeated to the buffer's start, over the bytes that were kept,
 /// while the count goes on as if they still stood there.

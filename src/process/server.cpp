@@ -1,5 +1,3 @@
-#include <keld-transl/process/server.h>
-
 #include "exchange/model_exchange.h"
 #include "exchange/proxy_server.h"
 #include "exchange/stream_error.h"
@@ -12,6 +10,7 @@
 #include <keld-common/files.h>
 #include <keld-transl/model/pool.h>
 #include <keld-transl/process/exec_io.h>
+#include <keld-transl/process/server.h>
 
 #include <cstdlib>
 #include <cstring>
@@ -38,8 +37,7 @@ SharedMem & newSegment(std::string const & name, long long size, bool create)
 }
 
 /// Runs one half of the exchange and turns what went wrong into the words of `exchangeFailure`.
-template <class Half>
-void runExchange(Half half)
+template <class Half> void runExchange(Half half)
 {
     ProxyServer & server = proxy();
     try {

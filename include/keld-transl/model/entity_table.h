@@ -65,8 +65,7 @@ public:
         const_iterator(IdTree const * tree, int id, Base * entity) noexcept
             : m_Tree(tree), m_Entry(id, entity), m_AtEnd(false)
         {}
-        explicit const_iterator(IdTree const * tree) noexcept : m_Tree(tree), m_Entry(0, nullptr)
-        {}
+        explicit const_iterator(IdTree const * tree) noexcept : m_Tree(tree), m_Entry(0, nullptr) {}
 
         IdTree const * m_Tree = nullptr;
         value_type m_Entry;
@@ -101,8 +100,7 @@ public:
 
     /// Calls `visit(id, entity)` for every entry in ascending order; `visit` must not change the
     /// table. The fastest way through it.
-    template <class Visit>
-    void forEach(Visit && visit) const
+    template <class Visit> void forEach(Visit && visit) const
     {
         walk(
             [](void * context, int id, void * entity) {

@@ -21,8 +21,7 @@ struct PointRecord
         point.getCoordinates(coordinates[0], coordinates[1], coordinates[2]);
     }
 
-    template <class Stream>
-    constexpr void fields(Stream & stream)
+    template <class Stream> constexpr void fields(Stream & stream)
     {
         stream.i32(id);
         stream.f64(coordinates);

@@ -10,8 +10,7 @@ namespace transl_tk {
 /// The lines of `SubPool::m_TextList`. One is sized and written up to its first zero byte.
 struct TextListContent
 {
-    template <class Sink>
-    static void put(Sink & sink, SubPool & subPool)
+    template <class Sink> static void put(Sink & sink, SubPool & subPool)
     {
         sink.count(subPool.m_TextList.size());
         for (std::string const & text : subPool.m_TextList)
@@ -24,8 +23,7 @@ struct TextListContent
 /// The ids of `SubPool::m_FacesToSplit`.
 struct FacesToSplitContent
 {
-    template <class Sink>
-    static void put(Sink & sink, SubPool & subPool)
+    template <class Sink> static void put(Sink & sink, SubPool & subPool)
     {
         sink.count(subPool.m_FacesToSplit.size());
         for (int const id : subPool.m_FacesToSplit)
@@ -42,8 +40,7 @@ struct LogContent
     /// List 5 stays in the process that wrote it.
     static constexpr std::array<cad::ILoggerPolicy::Type, 5> Lists = {1, 2, 3, 4, 6};
 
-    template <class Sink>
-    static void put(Sink & sink, SubPool & subPool)
+    template <class Sink> static void put(Sink & sink, SubPool & subPool)
     {
         for (int const list : Lists) {
             std::size_t entries = 0;
