@@ -1,0 +1,32 @@
+#ifndef KELD_TOOLS_RUN_REPORT_H
+#define KELD_TOOLS_RUN_REPORT_H
+
+#include <string>
+
+namespace keld {
+
+/// The toolkit's reports of this process: messages go to the console and, with a directory, tracing
+/// lines to a report file.
+class RunReport
+{
+public:
+    /// Makes `directory` when there is none; an empty one keeps no report file. Throws
+    /// std::filesystem::filesystem_error.
+    explicit RunReport(std::string const & directory);
+    RunReport(RunReport const &) = delete;
+    RunReport & operator=(RunReport const &) = delete;
+
+    /// Writes the report file and says where it is.
+    ~RunReport();
+
+    /// A directory below, made anew when it is not there, for what the translator of run `name` has
+    /// to tell; its report would have the same name as the host's. Empty without a directory.
+    std::string directoryFor(std::string const & name) const;
+
+private:
+    std::string m_Directory; ///< with a separator at its end
+};
+
+} // namespace keld
+
+#endif
