@@ -32,10 +32,6 @@ void addCommonArguments(CLI::App & command, keld::CommonArguments & arguments)
                     "in folders below it")
         ->type_name("DIR");
     command
-        .add_option("--translator", arguments.translator,
-                    "Take this translator, whatever the file's suffix")
-        ->type_name("NAME");
-    command
         .add_option_function<std::vector<std::string>>(
             "-o,--option",
             [&arguments](std::vector<std::string> const & texts) {
