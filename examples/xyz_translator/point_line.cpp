@@ -50,6 +50,8 @@ std::string quoted(char const * text, char const * end)
 
 std::string readNumber(char const *& text, char const * end, double & number)
 {
+    if (isSeparator(*text))
+        return "a number is missing";
     char const * first = text;
     if (end - first > 1 && *first == '+' && first[1] != '-')
         ++first;

@@ -145,8 +145,13 @@ template class ExchangeRun<ClientOut>;
 
 ImportRun::ImportRun(RunSettings const & settings) : ExchangeRun(settings)
 {
+    // The driver uses a sub-pool of the file's name; made here, it is there after any run.
     Pool::construct(settings.fileName);
-    m_Model = Pool::getInstance()->newWorkingSubPool(settings.fileName).first->second;
+}
+
+transl_tk::SubPool & ImportRun::model() const
+{
+    return *Pool::getInstance()->currentSubPool();
 }
 
 void ImportRun::run()

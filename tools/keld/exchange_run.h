@@ -79,14 +79,11 @@ public:
     void run();
 
     /// The model that arrived, together with the log of the run.
-    transl_tk::SubPool & model() const { return *m_Model; }
+    transl_tk::SubPool & model() const;
 
     void transferModel() override {}
     void importStarted() override {}
     bool confirmImport() override { return true; }
-
-private:
-    transl_tk::SubPool * m_Model;
 };
 
 /// Brings a model into a file.

@@ -30,9 +30,8 @@ std::optional<std::string> argumentOf(std::string const & command, std::string_v
 /// An empty model as the current sub-pool.
 transl_tk::SubPool & newModel()
 {
-    std::string const name = "translator";
-    Pool::construct(name);
-    return *Pool::getInstance()->newWorkingSubPool(name).first->second;
+    Pool::construct("translator");
+    return *Pool::getInstance()->currentSubPool();
 }
 
 /// Brings the model of "<size>, <segment>" into the current sub-pool.
@@ -55,9 +54,9 @@ void readModel(std::string_view sizeAndSegment)
 } // namespace
 
 Conversation::Conversation(TranslatorEnds const & ends, Translator const & translator,
-                           Options const & options, bool optionsRead)
+                           Options const & options, bool optionsFound)
     : m_CommandsFd(ends.commands), m_Commands(ends.commands), m_Frames(ends.frames),
-      m_Translator(translator), m_Options(options), m_OptionsRead(optionsRead)
+      m_Translator(translator), m_Options(options), m_OptionsFound(optionsFound)
 {}
 
 void Conversation::hold()
@@ -171,8 +170,8 @@ std::optional<Reason> Conversation::guarded(Work const & work, Reason otherwise)
     } catch (...) {
         run.error("The translator failed without saying why.");
     }
-    if (!m_OptionsRead)
-        run.warning("The options of this run could not be read; the defaults were taken.");
+    if (!m_OptionsFound)
+        run.warning("The options of this run were not found; the defaults were taken.");
     return reason;
 }
 

@@ -17,7 +17,7 @@ class Conversation
 {
 public:
     Conversation(TranslatorEnds const & ends, Translator const & translator,
-                 Options const & options, bool optionsRead);
+                 Options const & options, bool optionsFound);
 
     /// Returns when the host is done, is gone, or says what this translator does not know.
     void hold();
@@ -39,7 +39,7 @@ private:
     transl_tk::RWFD m_Frames;
     Translator const & m_Translator;
     Options m_Options;
-    bool m_OptionsRead;
+    bool m_OptionsFound;
 };
 
 } // namespace translator_kit

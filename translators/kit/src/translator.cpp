@@ -1,12 +1,14 @@
 #include "conversation.h"
 
 #include <keld-common/channel.h>
+#include <keld-common/files.h>
 #include <keld-transl/process/exec_io.h>
 #include <keld-transl/process/server.h>
 #include <keld-translator-kit/translator.h>
 
 #include <csignal>
 #include <cstdio>
+#include <string>
 
 namespace translator_kit {
 
@@ -26,9 +28,12 @@ int run(Translator const & translator)
     transl_tk::Server::create(true);
 
     transl_tk::IExecIO * const options = transl_tk::IExecIO::create();
-    bool const optionsRead = options->read(std::to_string(ends.hostProcess));
+    std::string const host = std::to_string(ends.hostProcess);
+    // Reading fails for a file without a single option too, so a missing file is told beforehand.
+    bool const optionsFound = iaccess(options->optionsFilePath(host).c_str(), "e") == 0;
+    options->read(host);
     transl_tk::Server::SetDumpFileGenerator(options);
-    Conversation(ends, translator, Options(*options), optionsRead).hold();
+    Conversation(ends, translator, Options(*options), optionsFound).hold();
     transl_tk::IExecIO::destruct(options);
     transl_tk::Server::quit_exit(0);
 }
