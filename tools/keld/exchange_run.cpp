@@ -1,6 +1,5 @@
 #include "exchange_run.h"
 
-#include <keld-common/file_mapping.h>
 #include <keld-common/files.h>
 #include <keld-transl/model/pool.h>
 #include <keld-transl/process/server.h>
@@ -24,13 +23,6 @@ std::string newSegmentName()
 {
     static int runs = 0;
     return "keld_" + std::to_string(getCurrentProcessId()) + "_" + std::to_string(++runs);
-}
-
-/// Frees the name of a segment whose holders have all died without doing so.
-void dropSegment(std::string const & name)
-{
-    if (void * const handle = OpenFileMappingA(KELD_FILE_MAP_ALL_ACCESS, 0, name.c_str()))
-        CloseHandle(handle);
 }
 
 template <class Number> bool isNumber(std::string const & text, Number & number)
@@ -69,11 +61,6 @@ template <class Driver>
 ExchangeRun<Driver>::ExchangeRun(RunSettings const & settings)
     : m_Settings(settings), m_Segment(newSegmentName())
 {}
-
-template <class Driver> ExchangeRun<Driver>::~ExchangeRun()
-{
-    dropSegment(m_Segment);
-}
 
 template <class Driver> void ExchangeRun<Driver>::setProgress(int const & percent)
 {

@@ -33,7 +33,6 @@ template <class Driver> class ExchangeRun : public Driver
 {
 public:
     explicit ExchangeRun(RunSettings const & settings);
-    ~ExchangeRun() override;
 
     /// Whether the translator has said how the run ended. The exit status alone does not tell: it
     /// reads as completed when the translator dies.
