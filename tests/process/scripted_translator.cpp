@@ -1,9 +1,9 @@
 // A translator that does what a script tells it, for tests of hosts.
 //
 // The script is the first argument, or else the environment variable KELD_TEST_SCRIPT. Its
-// statements are separated by semicolons or line feeds and run in order; the end of the script is an
-// orderly end with exit code 0. A statement that fails says so on standard error and ends the process
-// with exit code 90, so that no test passes by accident.
+// statements are separated by semicolons or line feeds and run in order; the end of the script is
+// an orderly end with exit code 0. A statement that fails says so on standard error and ends the
+// process with exit code 90, so that no test passes by accident.
 //
 //   read                  take the next command; a failure when there is none
 //   expect TEXT           the command that was taken is TEXT

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
+#include <memory>
 
 namespace keld {
 
@@ -45,7 +46,9 @@ void complain(std::string const & subject, std::string const & words)
 bool isUsableName(std::string const & file)
 {
     auto const doubled = static_cast<std::size_t>(std::count(file.begin(), file.end(), '%'));
-    if (file.find('\n') != std::string::npos)
+    if (file.empty())
+        complain("\"\"", "this is no file name.");
+    else if (file.find('\n') != std::string::npos)
         complain(file, "a file name with a line feed cannot be handed to a translator.");
     else if (file.size() + doubled + sizeof("f \n") - 1 > CommandSize)
         complain(file, "the file name is too long to be handed to a translator.");
@@ -101,12 +104,14 @@ ExitCode import(CommonArguments const & arguments, RunReport const & report,
     if (!findTranslator(file, translator))
         return TranslatorMissing;
 
+    std::string const reportDirectory = report.directoryFor("import");
+    DumpWatch const dumps(reportDirectory);
     ProgressDisplay::Style const style = ProgressDisplay::styleFor(arguments.quiet);
     auto display = std::make_unique<ProgressDisplay>(style, "Import");
-    ImportRun run(
-        {file.path, translator, arguments.options, report.directoryFor("import"), *display});
+    ImportRun run({file.path, translator, arguments.options, reportDirectory, *display});
     run.run();
     display.reset();
+    dumps.print();
 
     printLog(run.model());
     ExitCode const code = conclude(run, file.path);
@@ -125,15 +130,17 @@ ExitCode exportModel(CommonArguments const & arguments, RunReport const & report
     if (!findTranslator(file, translator))
         return TranslatorMissing;
 
+    std::string const reportDirectory = report.directoryFor("export");
+    DumpWatch const dumps(reportDirectory);
     ProgressDisplay::Style const style = ProgressDisplay::styleFor(arguments.quiet);
     auto display = std::make_unique<ProgressDisplay>(style, "Export");
-    ExportRun run(
-        {file.path, translator, arguments.options, report.directoryFor("export"), *display},
-        std::move(fillModel));
+    ExportRun run({file.path, translator, arguments.options, reportDirectory, *display},
+                  std::move(fillModel));
     run.run();
     if (run.answered())
         display->show(100);
     display.reset();
+    dumps.print();
     return conclude(run, file.path);
 }
 

@@ -45,4 +45,25 @@ std::string RunReport::directoryFor(std::string const & name) const
     return directory;
 }
 
+DumpWatch::DumpWatch(std::string const & directory) : m_Directory(directory), m_Before(dumps()) {}
+
+void DumpWatch::print() const
+{
+    for (std::string const & path : dumps()) {
+        if (m_Before.count(path) == 0)
+            std::fprintf(stderr, "Crash dump: %s\n", path.c_str());
+    }
+}
+
+std::set<std::string> DumpWatch::dumps() const
+{
+    std::set<std::string> result;
+    std::error_code error;
+    for (auto const & entry : std::filesystem::directory_iterator(m_Directory, error)) {
+        if (entry.path().filename().string().rfind("vorn_dump_", 0) == 0)
+            result.insert(entry.path());
+    }
+    return result;
+}
+
 } // namespace keld

@@ -1,6 +1,7 @@
 #ifndef KELD_TOOLS_RUN_REPORT_H
 #define KELD_TOOLS_RUN_REPORT_H
 
+#include <set>
 #include <string>
 
 namespace keld {
@@ -25,6 +26,23 @@ public:
 
 private:
     std::string m_Directory; ///< with a separator at its end
+};
+
+/// Names the crash dumps that translators leave in `directory` from its construction on.
+class DumpWatch
+{
+public:
+    /// An empty `directory` gets no dumps.
+    explicit DumpWatch(std::string const & directory);
+
+    /// Prints the path of each new dump on standard error.
+    void print() const;
+
+private:
+    std::set<std::string> dumps() const;
+
+    std::string m_Directory;
+    std::set<std::string> m_Before;
 };
 
 } // namespace keld
