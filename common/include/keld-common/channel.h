@@ -20,17 +20,18 @@ enum { KELD_CHANNEL_NUMBER = 26, KELD_RECEIVE_BUFFER_SIZE = 40960 };
 
 /* State of the channel, as the receive loop sees it. The layout is fixed: users read and write the
  * named fields at these offsets. */
-typedef struct ServerControl {
+typedef struct ServerControl
+{
     char reserved0[28];
-    int descriptor;    /* offset 28: pipe from the translator; 0 when the channel has none */
+    int descriptor; /* offset 28: pipe from the translator; 0 when the channel has none */
     char reserved32[12];
-    int ended;         /* offset 44: not 0 once the translator has ended */
+    int ended; /* offset 44: not 0 once the translator has ended */
     char reserved48[4];
-    int closed;        /* offset 52: not 0 once the channel is closed */
-    char * cursor;     /* offset 56: next unread byte in `buffer` */
-    int unread;        /* offset 64: number of unread bytes at `cursor` */
+    int closed;    /* offset 52: not 0 once the channel is closed */
+    char * cursor; /* offset 56: next unread byte in `buffer` */
+    int unread;    /* offset 64: number of unread bytes at `cursor` */
     char reserved68[4];
-    char * buffer;     /* offset 72: receive buffer of KELD_RECEIVE_BUFFER_SIZE bytes */
+    char * buffer; /* offset 72: receive buffer of KELD_RECEIVE_BUFFER_SIZE bytes */
 } ServerControl;
 
 /* Readies the library to serve a host process. Returns 1 when it is. */
@@ -75,12 +76,13 @@ KELD_COMMON_EXPORT void ServerFreeOldPath(void);
 
 /* One blocking read of at most `size` bytes from the translator. Returns the number of bytes; 0 at
  * end of input, which is also reported when the translator has ended and nothing is left to read,
- * when the grace time after the quit command is over, and for a `size` of 0; a negative number, with
- * errno set, on failure (EINTR included). */
+ * when the grace time after the quit command is over, and for a `size` of 0; a negative number,
+ * with errno set, on failure (EINTR included). */
 KELD_COMMON_EXPORT int pipe_read(ServerControl * control, char * destination, int size);
 
 /* The translator's end of a channel. */
-typedef struct TranslatorEnds {
+typedef struct TranslatorEnds
+{
     int commands;    /* descriptor to read commands from */
     int frames;      /* descriptor to write frames to */
     int hostProcess; /* process id of the host, which names the options file */

@@ -47,7 +47,7 @@ public:
     virtual void setValue(float const & value) = 0;
     virtual void setValue(bool const & value) = 0;
     virtual void setValue(int const & value) = 0;
-    /// Copies the text.
+    /// Copies the text; null changes nothing.
     virtual void setValue(char const * value) = 0;
 };
 

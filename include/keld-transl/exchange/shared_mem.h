@@ -40,12 +40,12 @@ public:
     unsigned long long const & Index();
 
     std::string m_Name;
-    int m_MapCount = 0;            ///< `map` calls that are not undone; says nothing of success
-    void * m_Base = nullptr;       ///< first byte of the view
+    int m_MapCount = 0;      ///< `map` calls that are not undone; says nothing of success
+    void * m_Base = nullptr; ///< first byte of the view
     unsigned long long m_Index = 0;
     bool m_Create = false;
-    long long m_Size = 0;          ///< bytes that the block is created with
-    void * m_Handle = nullptr;     ///< the platform's handle
+    long long m_Size = 0;      ///< bytes that the block is created with
+    void * m_Handle = nullptr; ///< the platform's handle
 
 private:
     void release();

@@ -3,11 +3,34 @@
 
 #include <keld-transl/model/entity_table.h>
 
-#include <unordered_map>
+#include <cstddef>
 
 namespace transl_tk {
 
-class UserSet;
+class Base;
+struct EntityStore;
+
+/// The users of shared carriers by the carrier's id. Filled and read by the library alone.
+class KELD_TRANSL_EXPORT UserTable
+{
+public:
+    UserTable();
+    UserTable(UserTable const &);
+    UserTable(UserTable &&) noexcept;
+    UserTable & operator=(UserTable const &);
+    UserTable & operator=(UserTable &&) noexcept;
+    ~UserTable();
+
+    /// Carriers that have, or once had, a user.
+    std::size_t size() const noexcept;
+
+private:
+    friend void addUser(EntityStore &, Base const *, Base *);
+    friend bool removeUser(EntityStore &, Base const *, Base const *);
+    friend void forgetUsers(EntityStore &);
+
+    IdTree * m_Tree;
+};
 
 /// All entities of one kind in a sub-pool, and the users of those that are shared carriers.
 struct EntityStore
@@ -15,9 +38,8 @@ struct EntityStore
     /// The entities by id. Their order is that of every walk and of the model stream.
     EntityTable m_Entities;
 
-    /// The entities that use a carrier, by the carrier's id. Only curves, surfaces, vertices and
-    /// edges ever have entries.
-    std::unordered_map<int, UserSet *> m_Users;
+    /// Only curves, surfaces, vertices and edges ever have entries.
+    UserTable m_Users;
 };
 
 } // namespace transl_tk

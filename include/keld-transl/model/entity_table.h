@@ -5,12 +5,13 @@
 
 #include <cstddef>
 #include <iterator>
+#include <type_traits>
 #include <utility>
 
 namespace transl_tk {
 
 class Base;
-class EntityTree;
+class IdTree;
 
 /// Ordered map from id to entity, with the reading half of `std::map`'s interface.
 ///
@@ -18,7 +19,7 @@ class EntityTree;
 /// none of them. Lookup of dense ids costs a few array accesses; a dense id takes some 8 bytes, the
 /// sparsest ones stay below what a balanced tree takes.
 ///
-/// Adding or removing one entry invalidates no iterator to another.
+/// Entities enter and leave it by themselves. Neither invalidates an iterator to another entity.
 class KELD_TRANSL_EXPORT EntityTable
 {
 public:
@@ -40,6 +41,7 @@ public:
         const_iterator() noexcept : m_Entry(0, nullptr) {}
         const_iterator(const_iterator const &) noexcept = default;
         const_iterator & operator=(const_iterator const & other) noexcept;
+        ~const_iterator() = default;
 
         reference operator*() const noexcept { return m_Entry; }
         pointer operator->() const noexcept { return &m_Entry; }
@@ -60,13 +62,12 @@ public:
 
     private:
         friend class EntityTable;
-        const_iterator(EntityTree const * tree, int id, Base * entity) noexcept
+        const_iterator(IdTree const * tree, int id, Base * entity) noexcept
             : m_Tree(tree), m_Entry(id, entity), m_AtEnd(false)
         {}
-        explicit const_iterator(EntityTree const * tree) noexcept : m_Tree(tree), m_Entry(0, nullptr)
-        {}
+        explicit const_iterator(IdTree const * tree) noexcept : m_Tree(tree), m_Entry(0, nullptr) {}
 
-        EntityTree const * m_Tree = nullptr;
+        IdTree const * m_Tree = nullptr;
         value_type m_Entry;
         bool m_AtEnd = true;
     };
@@ -94,23 +95,17 @@ public:
     size_type size() const noexcept;
     bool empty() const noexcept { return size() == 0; }
 
-    /// Enters `entity` under `id`. Returns false, and changes nothing, when the id is taken.
-    bool insert(int id, Base * entity);
-
-    /// Puts `entity` in the place of what stands under `id`, which must be a key.
-    void replace(int id, Base * entity) noexcept;
-
-    /// Removes the entry of `id`. Returns how many entries went, 0 or 1.
-    size_type erase(int id) noexcept;
+    /// The largest id; the table must not be empty.
+    int largest() const noexcept;
 
     /// Calls `visit(id, entity)` for every entry in ascending order; `visit` must not change the
     /// table. The fastest way through it.
-    template <class Visit>
-    void forEach(Visit && visit) const
+    template <class Visit> void forEach(Visit && visit) const
     {
         walk(
-            [](void * context, int id, Base * entity) {
-                (*static_cast<std::remove_reference_t<Visit> *>(context))(id, entity);
+            [](void * context, int id, void * entity) {
+                (*static_cast<std::remove_reference_t<Visit> *>(context))(
+                    id, static_cast<Base *>(entity));
             },
             const_cast<void *>(static_cast<void const *>(&visit)));
     }
@@ -119,9 +114,11 @@ public:
     size_type memory() const noexcept;
 
 private:
-    void walk(void (*visit)(void *, int, Base *), void * context) const;
+    friend struct TableAccess;
 
-    EntityTree * m_Tree;
+    void walk(void (*visit)(void *, int, void *), void * context) const;
+
+    IdTree * m_Tree;
 };
 
 } // namespace transl_tk

@@ -73,9 +73,9 @@ public:
     EntityStore m_CartesianCoords;
     EntityStore m_Annotations;
 
-    cad::ILoggerPolicy * m_Logger;             ///< owned
-    std::unordered_set<std::string> m_Names;   ///< names of components in use
-    std::vector<Attribute *> m_Attributes;     ///< owned, in order of creation
+    cad::ILoggerPolicy * m_Logger;                  ///< owned
+    std::unordered_set<std::string> m_Names;        ///< names of components in use
+    std::vector<Attribute *> m_Attributes;          ///< owned, in order of creation
     std::vector<HtmlLoggerEntry *> m_LoggerEntries; ///< owned, in order of creation
 
     /// Lines of text that travel with the model. Filled by the host or translator.

@@ -61,8 +61,7 @@ public:
     virtual bool onExit(char * buffer, int & position, bool const & hasPayload, int & messageId);
     virtual bool onProgress(char * buffer, int & position, bool const & hasPayload,
                             int & messageId);
-    virtual bool onStatus(char * buffer, int & position, bool const & hasPayload,
-                          int & messageId);
+    virtual bool onStatus(char * buffer, int & position, bool const & hasPayload, int & messageId);
 
     /// Starts the translator, or joins one that another client holds open.
     void initServer(unsigned int const & serverType);
@@ -110,8 +109,8 @@ private:
                                     int & messageId, void * context);
     static bool onProgressMsg(char * buffer, int & position, bool const & hasPayload,
                               int & messageId, void * context);
-    static bool onStatusMsg(char * buffer, int & position, bool const & hasPayload,
-                            int & messageId, void * context);
+    static bool onStatusMsg(char * buffer, int & position, bool const & hasPayload, int & messageId,
+                            void * context);
 
     std::string m_Reserved; ///< kept and copied, read by nothing
     std::shared_ptr<IExecIO> m_ExecIO;

@@ -28,20 +28,21 @@ public:
     /// Frees the object with all its options; null is no fault.
     static void destruct(IExecIO * options);
 
-    /// Appends `option` and adopts it.
+    /// Appends `option` and adopts it; null is passed over.
     virtual void addOption(IOption * option) = 0;
 
     /// Path of the options file of process `id`; empty when there is no temporary directory.
     virtual std::string optionsFilePath(std::string const & id) = 0;
 
     /// Appends the options from the file of process `id` and removes the file. False, with a line
-    /// on the error stream, when there is no temporary directory; false, too, when the file is
-    /// missing, does not parse or has an empty root.
+    /// on the error stream, when there is no temporary directory, and when the file is missing, is
+    /// larger than 8 MiB, does not parse, or has an empty root, as that of no options has.
     virtual bool read(std::string const & id) = 0;
 
     /// Saves all options into the file of this process. False, with a line on the error stream,
-    /// when that fails or a text holds what XML cannot hold; then no file is left. A value of type
-    /// float must not be among them: writing it ends the process.
+    /// when that fails, the file would be larger than 8 MiB, or a text holds what XML cannot hold;
+    /// then no file is left. A value of type float must not be among them: writing it ends the
+    /// process.
     virtual bool write() = 0;
 
     virtual int size() = 0;

@@ -48,8 +48,8 @@ public:
     void write_fd();
 
     /// Waits for input and sets `text` to what one read of at most 4096 bytes brought, up to its
-    /// first zero byte; a short read after a longer one has the older bytes behind it. Leaves `text`
-    /// as it is at the end of input.
+    /// first zero byte; a short read after a longer one has the older bytes behind it. Leaves
+    /// `text` as it is at the end of input.
     void read_fd(std::string & text);
 
     /// The text up to its first line feed.

@@ -28,8 +28,8 @@ public:
                   bool const & show) override;
     void addEntry(char const * text, Type const & type) override;
     bool hasEntryError(Type const & type) override;
-    std::string GetEntriesOfType(Type const & type, SubType const & subType,
-                                 bool const & shownOnly, bool const & html) override;
+    std::string GetEntriesOfType(Type const & type, SubType const & subType, bool const & shownOnly,
+                                 bool const & html) override;
     bool for_each_entry(Type const & type, Callback callback, void * context,
                         SubType const & subType, bool const & shownOnly) override;
     bool for_each_entry(Type const & type, Callback callback, void * context) override;

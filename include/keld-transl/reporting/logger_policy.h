@@ -67,8 +67,8 @@ public:
     virtual std::string GetEntriesOfType(Type const & type, SubType const & subType,
                                          bool const & shownOnly, bool const & html) = 0;
 
-    /// Calls `callback` for the entries of list `type` that match `subType`, in order. Returns false
-    /// when the callback stopped the walk. `shownOnly` has no effect.
+    /// Calls `callback` for the entries of list `type` that match `subType`, in order. Returns
+    /// false when the callback stopped the walk. `shownOnly` has no effect.
     virtual bool for_each_entry(Type const & type, Callback callback, void * context,
                                 SubType const & subType, bool const & shownOnly) = 0;
 
@@ -95,8 +95,8 @@ public:
                   bool const & show) override;
     void addEntry(char const * text, Type const & type) override;
     bool hasEntryError(Type const & type) override;
-    std::string GetEntriesOfType(Type const & type, SubType const & subType,
-                                 bool const & shownOnly, bool const & html) override;
+    std::string GetEntriesOfType(Type const & type, SubType const & subType, bool const & shownOnly,
+                                 bool const & html) override;
     bool for_each_entry(Type const & type, Callback callback, void * context,
                         SubType const & subType, bool const & shownOnly) override;
     bool for_each_entry(Type const & type, Callback callback, void * context) override;

@@ -37,7 +37,8 @@ public:
     };
 
     /// The stream for a message of `type`, with the type's prefix written already. The caller
-    /// writes the message and ends the line. The stream stays owned by the policy.
+    /// writes the message and ends the line. The stream stays owned by the policy. What is written
+    /// with a number that is no type is lost.
     virtual std::ostream & post(Type type) = 0;
 
     /// All that was written with type `Report` so far.

@@ -1,0 +1,46 @@
+#include "exchange/read_session.h"
+
+#include <keld-transl/model/base.h>
+
+#include <climits>
+
+namespace transl_tk {
+
+void ReadSession::made(EntityStore SubPool::*store, void (*destruct)(Base *), Base const * entity)
+{
+    if (entity == nullptr)
+        return;
+    int const id = entity->getId();
+    if (!m_Made.empty()) {
+        Run & run = m_Made.back();
+        if (run.store == store && run.last != INT_MAX && run.last + 1 == id) {
+            run.last = id;
+            return;
+        }
+    }
+    m_Made.push_back({store, destruct, id, id});
+}
+
+void ReadSession::commit()
+{
+    for (std::string & text : m_TextList)
+        m_SubPool.m_TextList.push_back(std::move(text));
+    m_SubPool.m_FacesToSplit.insert(m_SubPool.m_FacesToSplit.end(), m_FacesToSplit.begin(),
+                                    m_FacesToSplit.end());
+    for (LogEntry const & entry : m_LogEntries)
+        m_SubPool._logger()->addEntry(entry.text.c_str(), entry.type, entry.subType, entry.show);
+}
+
+void ReadSession::rollBack() noexcept
+{
+    while (!m_Made.empty()) {
+        Run const run = m_Made.back();
+        m_Made.pop_back();
+        for (long long id = run.last; id >= run.first; --id)
+            if (Base * const entity =
+                    (m_SubPool.*run.store).m_Entities.lookup(static_cast<int>(id)))
+                run.destruct(entity);
+    }
+}
+
+} // namespace transl_tk

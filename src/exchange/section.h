@@ -1,0 +1,78 @@
+#ifndef KELD_TRANSL_EXCHANGE_SECTION_H
+#define KELD_TRANSL_EXCHANGE_SECTION_H
+
+#include "exchange/read_session.h"
+#include "exchange/size_counter.h"
+#include "exchange/stream_reader.h"
+#include "exchange/stream_writer.h"
+
+#include <keld-transl/model/base.h>
+
+#include <span>
+
+namespace transl_tk {
+
+/// One section of the model stream: a counted list of records, and what can be done with it.
+struct Section
+{
+    char const * name;
+    void (*count)(SizeCounter & counter, SubPool & subPool);
+    void (*write)(StreamWriter & writer, SubPool & subPool);
+    void (*read)(StreamReader & reader, ReadSession & session);
+};
+
+/// All sections in the order of the stream.
+std::span<Section const> sections();
+
+/// A section whose content is put by `Content::put(sink, subPool)`, once into a `SizeCounter` and
+/// once into a `StreamWriter`, and taken by `Content::read(reader, session)`.
+template <class Content> constexpr Section makeSection(char const * name)
+{
+    return {name, [](SizeCounter & counter, SubPool & subPool) { Content::put(counter, subPool); },
+            [](StreamWriter & writer, SubPool & subPool) { Content::put(writer, subPool); },
+            &Content::read};
+}
+
+/// The content of a section that lists all entities of one kind in ascending order of ids.
+///
+/// A `Record` names the entity class and its store, takes its fields from an entity (`take`), lists
+/// them once for counting, writing and reading (`fields`), and makes an entity of them (`make`).
+/// Its size is the same for every entity.
+template <class Record> struct EntitySection
+{
+    using Entity = typename Record::Entity;
+
+    static constexpr long long RecordSize = fixedSizeOf<Record>();
+
+    template <class Sink> static void put(Sink & sink, SubPool & subPool)
+    {
+        EntityTable const & entities = (subPool.*Record::Store).m_Entities;
+        sink.count(entities.size());
+        if constexpr (Sink::CountsOnly) {
+            sink.records(entities.size(), RecordSize);
+        } else {
+            Record record;
+            entities.forEach([&](int, Base * entity) {
+                record.take(*static_cast<Entity *>(entity));
+                record.fields(sink);
+            });
+        }
+    }
+
+    static void read(StreamReader & reader, ReadSession & session)
+    {
+        Record record;
+        for (std::size_t left = reader.count(RecordSize); left != 0; --left) {
+            reader.beginRecord();
+            record.fields(reader);
+            session.made(
+                Record::Store,
+                [](Base * entity) { Entity::destruct(static_cast<Entity *>(entity)); },
+                record.make());
+        }
+    }
+};
+
+} // namespace transl_tk
+
+#endif

@@ -1,0 +1,45 @@
+#include "exchange/records/point_record.h"
+#include "exchange/records/text_records.h"
+#include "exchange/section.h"
+
+#include <array>
+
+namespace transl_tk {
+
+namespace {
+
+/// The content of a section of which this library knows no records yet.
+struct NoRecords
+{
+    template <class Sink> static void put(Sink & sink, SubPool &) { sink.count(0); }
+
+    static void read(StreamReader & reader, ReadSession &)
+    {
+        if (reader.count(1) != 0)
+            reader.fail("this release knows no records of this section");
+    }
+};
+
+constexpr std::array Table = {
+    makeSection<NoRecords>("facets"),          makeSection<EntitySection<PointRecord>>("points"),
+    makeSection<NoRecords>("spot welds"),      makeSection<NoRecords>("coordinate systems"),
+    makeSection<NoRecords>("3D curves"),       makeSection<NoRecords>("UV curves"),
+    makeSection<NoRecords>("surfaces"),        makeSection<NoRecords>("vertices"),
+    makeSection<NoRecords>("edges"),           makeSection<NoRecords>("fins"),
+    makeSection<NoRecords>("loops"),           makeSection<NoRecords>("faces"),
+    makeSection<NoRecords>("shells"),          makeSection<NoRecords>("bodies"),
+    makeSection<NoRecords>("annotations"),     makeSection<NoRecords>("assemblies"),
+    makeSection<NoRecords>("parts"),           makeSection<NoRecords>("instances"),
+    makeSection<NoRecords>("attributes"),      makeSection<NoRecords>("HTML report entries"),
+    makeSection<TextListContent>("text list"), makeSection<FacesToSplitContent>("faces to split"),
+    makeSection<LogContent>("log entries"),
+};
+
+} // namespace
+
+std::span<Section const> sections()
+{
+    return Table;
+}
+
+} // namespace transl_tk

@@ -1,0 +1,75 @@
+#ifndef KELD_TRANSL_EXCHANGE_STREAM_READER_H
+#define KELD_TRANSL_EXCHANGE_STREAM_READER_H
+
+#include <keld-transl/exchange/shared_mem.h>
+
+#include <cstddef>
+#include <cstring>
+#include <string>
+
+namespace transl_tk {
+
+/// Loads fields at the cursor of a mapped segment, which another process has filled.
+///
+/// Nothing in the segment is trusted: each load is compared with the bytes that are left, and a
+/// count with what they can hold. What does not fit throws a `StreamError` that names section,
+/// record and byte. The cursor goes back into the segment with the reader.
+class StreamReader
+{
+public:
+    explicit StreamReader(SharedMem & segment)
+        : m_Segment(segment), m_Base(static_cast<char const *>(segment.m_Base)),
+          m_At(m_Base + segment.m_Index), m_End(m_Base + segment.m_Size)
+    {}
+    StreamReader(StreamReader const &) = delete;
+    StreamReader & operator=(StreamReader const &) = delete;
+    ~StreamReader() { m_Segment.m_Index = static_cast<unsigned long long>(m_At - m_Base); }
+
+    /// Name what is read from here on, for the words of an error.
+    void beginSection(char const * name)
+    {
+        ++m_Section;
+        m_SectionName = name;
+        m_Record = 0;
+    }
+    void beginRecord() { ++m_Record; }
+
+    void u8(bool & value)
+    {
+        unsigned char byte = 0;
+        bytes(&byte, 1);
+        value = byte != 0;
+    }
+    void i32(int & value) { bytes(&value, 4); }
+    template <std::size_t Count> void f64(double (&values)[Count]) { bytes(values, 8 * Count); }
+    void string(std::string & text);
+
+    /// A number of elements that take `least` bytes each or more; 0 for a negative one.
+    std::size_t count(std::size_t least);
+
+    std::size_t remaining() const { return static_cast<std::size_t>(m_End - m_At); }
+
+    [[noreturn]] void fail(std::string const & reason) const;
+
+private:
+    void bytes(void * target, std::size_t size)
+    {
+        if (size > remaining()) [[unlikely]]
+            failAtEnd(size);
+        std::memcpy(target, m_At, size);
+        m_At += size;
+    }
+    [[noreturn]] void failAtEnd(std::size_t size) const;
+
+    SharedMem & m_Segment;
+    char const * m_Base;
+    char const * m_At;
+    char const * m_End;
+    char const * m_SectionName = "";
+    int m_Section = 0;
+    std::size_t m_Record = 0;
+};
+
+} // namespace transl_tk
+
+#endif

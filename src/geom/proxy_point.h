@@ -1,0 +1,28 @@
+#ifndef KELD_TRANSL_GEOM_PROXY_POINT_H
+#define KELD_TRANSL_GEOM_PROXY_POINT_H
+
+#include <keld-transl/geom/point.h>
+
+namespace geom {
+
+/// The point of `Point::create`; also the shape inside the entities that are points.
+class ProxyPoint final : public Point
+{
+public:
+    ProxyPoint(double x, double y, double z) : m_Coordinates{x, y, z} {}
+    ~ProxyPoint() override = default;
+
+    void getCoordinates(double & x, double & y, double & z) override
+    {
+        x = m_Coordinates[0];
+        y = m_Coordinates[1];
+        z = m_Coordinates[2];
+    }
+
+private:
+    double m_Coordinates[3];
+};
+
+} // namespace geom
+
+#endif

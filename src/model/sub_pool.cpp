@@ -1,0 +1,98 @@
+#include "model/entity.h"
+#include "model/user_set.h"
+
+#include <keld-transl/model/point3d.h>
+#include <keld-transl/model/sub_pool.h>
+#include <keld-transl/reporting/logger.h>
+
+#include <algorithm>
+
+namespace transl_tk {
+
+namespace {
+
+/// Destroys the entities of a store in ascending order of ids. Entities leave the store as they go
+/// and may take others of their kind along, so each is looked up afresh.
+template <class Entity> void destroyAll(EntityStore & store)
+{
+    IdTree const & tree = TableAccess::tree(store.m_Entities);
+    for (long long next = INT_MIN; next <= INT_MAX;) {
+        auto const [id, entity] = tree.atOrAfter(static_cast<int>(next));
+        if (entity == nullptr)
+            return;
+        Entity::destruct(static_cast<Entity *>(static_cast<Base *>(entity)));
+        next = id + 1LL;
+    }
+}
+
+/// Buckets of the set of names at first, and again when it has become empty.
+constexpr std::size_t InitialBuckets = 8;
+
+} // namespace
+
+unsigned int SubPool::m_AvailableId = 0;
+
+SubPool::SubPool() : m_Logger(new Logger), m_Names(InitialBuckets) {}
+
+SubPool::SubPool(SubPool const &) = default;
+SubPool & SubPool::operator=(SubPool const &) = default;
+
+SubPool::~SubPool()
+{
+    clear();
+    delete m_Logger;
+    for (EntityStore * const store : {&m_Curves3D, &m_Surfaces, &m_Vertices, &m_Edges})
+        forgetUsers(*store);
+}
+
+cad::ILoggerPolicy * SubPool::_logger()
+{
+    return m_Logger;
+}
+
+void SubPool::inactiveLogger()
+{
+    delete m_Logger;
+    m_Logger = nullptr;
+    m_Logger = new cad::LoggerInactive;
+}
+
+unsigned int SubPool::GetAvailableId()
+{
+    return m_AvailableId++;
+}
+
+void SubPool::clear()
+{
+    destroyAll<Point3D>(m_Points);
+    m_LoggerEntries.clear();
+    if (m_Logger != nullptr)
+        m_Logger->clear();
+}
+
+void SubPool::uniqueName(std::string & name)
+{
+    if (m_Names.insert(name).second)
+        return;
+    if (auto const suffix = name.rfind('@'); suffix != std::string::npos)
+        name.erase(suffix);
+    std::string const stem = name + '@';
+    for (unsigned long long counter = 1;; ++counter) {
+        name = stem + std::to_string(counter);
+        if (m_Names.insert(name).second)
+            return;
+    }
+}
+
+void SubPool::eraseName(std::string const & name)
+{
+    if (m_Names.erase(name) != 0 && m_Names.empty())
+        m_Names = std::unordered_set<std::string>(InitialBuckets);
+}
+
+bool SubPool::findFaceToSplit(int id)
+{
+    return std::binary_search(m_FacesToSplit.begin(), m_FacesToSplit.end(), id);
+}
+
+} // namespace transl_tk
