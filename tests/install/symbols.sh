@@ -7,11 +7,11 @@ set -euo pipefail
 export LC_ALL=C
 here=$(cd "$(dirname "$0")" && pwd)
 
-# What a library defines for others, demangled, without its weak symbols: which inline functions the
-# compiler leaves behind depends on how it optimises.
+# What a library defines for others, demangled, without what depends on how the compiler optimises:
+# inline functions that were left over, and tables of classes that have nothing but such.
 strong_symbols() {
     nm --dynamic --defined-only --format=posix "$1" | awk '$2 !~ /^[Wuw]$/ { print $1 }' | c++filt |
-        sort -u
+        grep -v '^vtable for ' | sort -u
 }
 
 if [ "$1" = update ]; then
