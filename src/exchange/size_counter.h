@@ -17,7 +17,7 @@ public:
     constexpr void i32(int const &) { m_Size += 4; }
     template <std::size_t Count> constexpr void f64(double const (&)[Count])
     {
-        m_Size += 8 * Count;
+        m_Size += static_cast<long long>(8 * Count);
     }
     constexpr void count(std::size_t) { m_Size += 4; }
     constexpr void string(std::string_view text)

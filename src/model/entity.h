@@ -4,6 +4,7 @@
 #include "model/block_pool.h"
 #include "model/id_tree.h"
 
+#include <keld-transl/model/base.h>
 #include <keld-transl/model/pool.h>
 
 #include <climits>

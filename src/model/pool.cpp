@@ -75,6 +75,11 @@ std::string const & Pool::getCurrent()
     return m_Current;
 }
 
+SubPool * Pool::currentSubPool()
+{
+    return m_CurrentSubPool;
+}
+
 bool Pool::searchSubPool(std::string const & name)
 {
     return m_SubPools.count(name) != 0;

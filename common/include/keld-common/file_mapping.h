@@ -28,7 +28,11 @@ enum {
 };
 
 /* What `file` of CreateFileMappingA must be: no file, the memory itself. */
-#define KELD_INVALID_HANDLE_VALUE ((void *)(long long)-1)
+#ifdef __cplusplus
+#define KELD_INVALID_HANDLE_VALUE (reinterpret_cast<void *>(-1LL))
+#else
+#define KELD_INVALID_HANDLE_VALUE ((void *)-1LL)
+#endif
 
 /* Creates the block `name` of sizeHigh * 2^32 + sizeLow bytes, readable and writable by its owner
  * only, with all its memory reserved and zeroed. Returns its handle. When a living process holds

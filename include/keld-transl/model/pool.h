@@ -47,6 +47,9 @@ public:
     /// Name of the current sub-pool; empty in a fresh pool.
     std::string const & getCurrent();
 
+    /// The current sub-pool, null when there is none. It stays owned by the pool.
+    SubPool * currentSubPool();
+
     bool searchSubPool(std::string const & name);
 
     /// Frees the sub-pool `name` with all that stands in it. When it was the current one, the first
@@ -75,7 +78,6 @@ private:
     static Pool * m_Pool;
 
     void makeCurrent(std::string const & name, SubPool * subPool);
-    SubPool & current();
 
     SubPools m_SubPools;
     std::string m_Current;

@@ -1,0 +1,179 @@
+#include "support/models.h"
+
+#include <keld-transl/model/pool.h>
+#include <keld-transl/reporting/logger.h>
+
+#include <gtest/gtest.h>
+
+namespace transl_tk {
+namespace {
+
+class NamesTest : public testing::Test
+{
+protected:
+    static std::string unique(std::string name)
+    {
+        Pool::getInstance()->uniqueName(name);
+        return name;
+    }
+    static void erase(std::string const & name) { Pool::getInstance()->eraseName(name); }
+
+    tests::ScopedPool m_Pool;
+};
+
+TEST_F(NamesTest, FirstHolderKeepsItsNameWhateverItLooksLike)
+{
+    EXPECT_EQ(unique("x"), "x");
+    EXPECT_EQ(unique("x@3"), "x@3");
+    EXPECT_EQ(unique(""), "");
+    EXPECT_EQ(unique("@"), "@");
+}
+
+TEST_F(NamesTest, LaterHoldersAreNumbered)
+{
+    EXPECT_EQ(unique("x"), "x");
+    EXPECT_EQ(unique("x"), "x@1");
+    EXPECT_EQ(unique("x"), "x@2");
+    erase("x@1");
+    EXPECT_EQ(unique("x"), "x@1");
+}
+
+TEST_F(NamesTest, AnOldSuffixGoesAwayBeforeCounting)
+{
+    unique("Door@7");
+    EXPECT_EQ(unique("Door@7"), "Door@1");
+    EXPECT_EQ(unique("Door@7"), "Door@2");
+}
+
+TEST_F(NamesTest, WhatStandsBehindTheLastAtSignIsASuffix)
+{
+    unique("a@b");
+    EXPECT_EQ(unique("a@b"), "a@1");
+    unique("a@b@c");
+    EXPECT_EQ(unique("a@b@c"), "a@b@1");
+    EXPECT_EQ(unique("a@b@c"), "a@b@2");
+}
+
+TEST_F(NamesTest, TheSecondEmptyNameIsAtOne)
+{
+    unique("");
+    EXPECT_EQ(unique(""), "@1");
+}
+
+TEST_F(NamesTest, CaseCounts)
+{
+    unique("x");
+    EXPECT_EQ(unique("X"), "X");
+}
+
+TEST_F(NamesTest, AnErasedNameIsFreeAndAnUnknownOneNoFault)
+{
+    unique("x");
+    erase("y");
+    erase("x");
+    EXPECT_EQ(unique("x"), "x");
+    EXPECT_EQ(tests::currentSubPool().m_Names.size(), 1U);
+}
+
+TEST_F(NamesTest, TheSetOfNamesReturnsToItsFirstSizeWhenItEmpties)
+{
+    std::size_t const buckets = tests::currentSubPool().m_Names.bucket_count();
+    std::string name;
+    for (int i = 0; i < 1000; ++i)
+        unique("name");
+    for (int i = 1; i < 1000; ++i)
+        erase("name@" + std::to_string(i));
+    EXPECT_GT(tests::currentSubPool().m_Names.bucket_count(), buckets);
+    erase("name");
+    EXPECT_EQ(tests::currentSubPool().m_Names.bucket_count(), buckets);
+}
+
+class SizeTest : public NamesTest
+{
+protected:
+    static long long size() { return Pool::getInstance()->getSize(); }
+};
+
+constexpr long long EmptySize = 108;
+
+TEST_F(SizeTest, EmptyModelTakes108Bytes)
+{
+    EXPECT_EQ(size(), EmptySize);
+    EXPECT_EQ(size(), EmptySize);
+}
+
+TEST_F(SizeTest, EachPointTakes28Bytes)
+{
+    Point3D::create(0, 0, 0, 0);
+    EXPECT_EQ(size(), EmptySize + 28);
+    for (int i = 0; i < 9; ++i)
+        Point3D::create(0, 0, 0, 0);
+    EXPECT_EQ(size(), EmptySize + 280);
+}
+
+TEST_F(SizeTest, TextLinesCountUpToTheirFirstZeroByte)
+{
+    tests::currentSubPool().m_TextList = {"", "abc", std::string("de\0fg", 5)};
+    EXPECT_EQ(size(), EmptySize + (4 + 0) + (4 + 3) + (4 + 2));
+}
+
+TEST_F(SizeTest, SortsTheFacesToSplitAndDropsDoubles)
+{
+    auto & faces = tests::currentSubPool().m_FacesToSplit;
+    EXPECT_FALSE(Pool::getInstance()->findFaceToSplit(0));
+    faces = {9, 5, 3, 5};
+    EXPECT_EQ(size(), EmptySize + 3 * 4);
+    EXPECT_EQ(faces, (std::vector<int>{3, 5, 9}));
+    EXPECT_TRUE(Pool::getInstance()->findFaceToSplit(5));
+    EXPECT_FALSE(Pool::getInstance()->findFaceToSplit(4));
+    EXPECT_FALSE(Pool::getInstance()->findFaceToSplit(10));
+}
+
+TEST_F(SizeTest, LogEntriesOfEveryListButTheFifthCountNineBytesAndTheirText)
+{
+    for (int list = 1; list <= 6; ++list)
+        Pool::getInstance()->logger()->addEntry("four", list, cad::ILoggerPolicy::Text, false);
+    EXPECT_EQ(size(), EmptySize + 5 * (9 + 4));
+}
+
+class ClearTest : public NamesTest
+{};
+
+TEST_F(ClearTest, DestroysEveryPointWhateverItsId)
+{
+    for (int const id : {-2147483647 - 1, -1, 1, 70000, 2147483647})
+        Point3D::create(id, 0, 0, 0);
+    Pool::getInstance()->clear();
+    EXPECT_TRUE(tests::points().empty());
+    EXPECT_EQ(Pool::getInstance()->getSize(), EmptySize);
+}
+
+TEST_F(ClearTest, EmptiesTheLogAndKeepsItsObject)
+{
+    cad::ILoggerPolicy * const log = Pool::getInstance()->logger();
+    log->addEntry("gone", 1, cad::ILoggerPolicy::ErrorLine, false);
+    Pool::getInstance()->clear();
+    EXPECT_EQ(Pool::getInstance()->logger(), log);
+    EXPECT_FALSE(log->hasEntryError(1));
+}
+
+TEST_F(ClearTest, KeepsTextLinesAndFacesToSplit)
+{
+    tests::currentSubPool().m_TextList = {"line"};
+    tests::currentSubPool().m_FacesToSplit = {4};
+    Pool::getInstance()->clear();
+    EXPECT_EQ(tests::currentSubPool().m_TextList, (std::vector<std::string>{"line"}));
+    EXPECT_EQ(tests::currentSubPool().m_FacesToSplit, (std::vector<int>{4}));
+}
+
+TEST_F(ClearTest, MayRunTwiceAndBeforeAnything)
+{
+    Pool::getInstance()->clear();
+    Point3D::create(0, 0, 0, 0);
+    Pool::getInstance()->clear();
+    Pool::getInstance()->clear();
+    EXPECT_TRUE(tests::currentSubPool().m_LoggerEntries.empty());
+}
+
+} // namespace
+} // namespace transl_tk
