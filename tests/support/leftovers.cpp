@@ -337,11 +337,16 @@ std::set<std::string> newTemporaryFiles(Surroundings const & before)
 
 void compareNames(Surroundings const & before, std::vector<std::string> & found)
 {
-    waitFor(
-        [&before] { return newSharedMemory(before).empty() && newTemporaryFiles(before).empty(); });
-    for (std::string const & name : newSharedMemory(before))
+    std::set<std::string> names;
+    std::set<std::string> files;
+    waitFor([&] {
+        names = newSharedMemory(before);
+        files = newTemporaryFiles(before);
+        return names.empty() && files.empty();
+    });
+    for (std::string const & name : names)
         found.push_back("the name " + name + " is left in /dev/shm");
-    for (std::string const & path : newTemporaryFiles(before))
+    for (std::string const & path : files)
         found.push_back("the file " + path + " is left");
 }
 
