@@ -77,8 +77,13 @@ template <class Stream, class File> class StreamImplementation final : public St
 {
 public:
     StreamImplementation();
-    explicit StreamImplementation(
-        std::string const & directory) requires std::constructible_from<File, std::string const &>;
+
+    /// With a file policy that takes a directory. A template, since an explicit instantiation of
+    /// the class would otherwise ask for this member with every policy.
+    template <class Directory>
+    requires std::constructible_from<File, Directory const &>
+    explicit StreamImplementation(Directory const & directory) : m_File(directory) {}
+
     ~StreamImplementation() override;
 
     std::ostream & post(Type type) override;
