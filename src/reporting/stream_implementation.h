@@ -42,8 +42,8 @@ class FileOff : public std::ostringstream
 {
 public:
     FileOff();
-    FileOff(FileOff && other) : std::ostringstream(std::move(other)) {}
-    FileOff & operator=(FileOff && other) = default;
+    FileOff(FileOff && other) noexcept : std::ostringstream(std::move(other)) {}
+    FileOff & operator=(FileOff && other) noexcept = default;
 
     std::string getText() const { return str(); }
     std::string getFilePath() const { return {}; }
@@ -76,9 +76,10 @@ private:
 template <class Stream, class File> class StreamImplementation final : public StreamPolicy
 {
 public:
-    StreamImplementation();
-    explicit StreamImplementation(
-        std::string const & directory) requires std::constructible_from<File, std::string const &>;
+    /// With `FileOn`, `directory` may be one path; it is nothing otherwise.
+    template <class... Directory>
+    requires std::constructible_from<File, Directory const &...>
+    explicit StreamImplementation(Directory const &... directory) : m_File(directory...) {}
     ~StreamImplementation() override;
 
     std::ostream & post(Type type) override;
