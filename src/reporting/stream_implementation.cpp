@@ -120,6 +120,9 @@ void FileOn::ReportEnvironmentalVariables()
 }
 
 template <class Stream, class File>
+StreamImplementation<Stream, File>::StreamImplementation() = default;
+
+template <class Stream, class File>
 StreamImplementation<Stream, File>::~StreamImplementation() = default;
 
 template <class Stream, class File>

@@ -76,10 +76,14 @@ private:
 template <class Stream, class File> class StreamImplementation final : public StreamPolicy
 {
 public:
-    /// With `FileOn`, `directory` may be one path; it is nothing otherwise.
-    template <class... Directory>
-    requires std::constructible_from<File, Directory const &...>
-    explicit StreamImplementation(Directory const &... directory) : m_File(directory...) {}
+    StreamImplementation();
+
+    /// With a file policy that takes a directory. A template, since an explicit instantiation of
+    /// the class would otherwise ask for this member with every policy.
+    template <class Directory>
+    requires std::constructible_from<File, Directory const &>
+    explicit StreamImplementation(Directory const & directory) : m_File(directory) {}
+
     ~StreamImplementation() override;
 
     std::ostream & post(Type type) override;
