@@ -23,7 +23,7 @@ namespace transl_tk {
 
 namespace {
 
-constexpr std::size_t SlabAlignment = 64 * 1024;
+constexpr std::size_t SlabAlignment = 64UL * 1024;
 /// A little less than the alignment leaves room for the allocator's own header, so that slabs
 /// stand back to back.
 constexpr std::size_t SlabSize = SlabAlignment - 64;

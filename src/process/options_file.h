@@ -18,7 +18,7 @@ inline constexpr char rootName[] = "vorn_translator_options_file";
 
 /// A larger file is neither written nor read. The XML library takes no text beyond 10 million
 /// bytes.
-inline constexpr long long maximumSize = 8 * 1024 * 1024;
+inline constexpr long long maximumSize = 8LL * 1024 * 1024;
 
 struct FreeDocument
 {

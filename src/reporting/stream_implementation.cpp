@@ -123,12 +123,6 @@ template <class Stream, class File>
 StreamImplementation<Stream, File>::StreamImplementation() = default;
 
 template <class Stream, class File>
-StreamImplementation<Stream, File>::StreamImplementation(
-    std::string const & directory) requires std::constructible_from<File, std::string const &>
-    : m_File(directory)
-{}
-
-template <class Stream, class File>
 StreamImplementation<Stream, File>::~StreamImplementation() = default;
 
 template <class Stream, class File>

@@ -8,6 +8,7 @@
 #include <memory>
 #include <sstream>
 #include <string>
+#include <utility>
 
 namespace transl_tk {
 
@@ -41,11 +42,11 @@ class FileOff : public std::ostringstream
 {
 public:
     FileOff();
-    std::string getText() const { return str(); }
-    std::string getFilePath() const { return m_FilePath; }
+    FileOff(FileOff && other) : std::ostringstream(std::move(other)) {}
+    FileOff & operator=(FileOff && other) = default;
 
-private:
-    std::string m_FilePath;
+    std::string getText() const { return str(); }
+    std::string getFilePath() const { return {}; }
 };
 
 /// The report begins with a head that shows the environment, and is written to its file when this
@@ -76,8 +77,13 @@ template <class Stream, class File> class StreamImplementation final : public St
 {
 public:
     StreamImplementation();
-    explicit StreamImplementation(
-        std::string const & directory) requires std::constructible_from<File, std::string const &>;
+
+    /// With a file policy that takes a directory. A template, since an explicit instantiation of
+    /// the class would otherwise ask for this member with every policy.
+    template <class Directory>
+    requires std::constructible_from<File, Directory const &>
+    explicit StreamImplementation(Directory const & directory) : m_File(directory) {}
+
     ~StreamImplementation() override;
 
     std::ostream & post(Type type) override;
