@@ -7,9 +7,8 @@
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
+#include <libxml/encoding.h>
 #include <libxml/tree.h>
-#include <new>
-#include <string>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -60,6 +59,18 @@ bool writeAll(int descriptor, unsigned char const * bytes, size_t size)
         bytes += written;
         size -= static_cast<size_t>(written);
     }
+    return true;
+}
+
+/// Asked ahead: the dump itself prints to standard error when it does not know the encoding.
+bool isKnownEncoding(char const * encoding)
+{
+    if (encoding == nullptr)
+        return true;
+    xmlCharEncodingHandler * const handler = xmlFindCharEncodingHandler(encoding);
+    if (handler == nullptr)
+        return false;
+    xmlCharEncCloseFunc(handler);
     return true;
 }
 
@@ -161,7 +172,7 @@ int getCurrentProcessId(void)
 int xmlSaveFormatFileEnc_utf8(char const * path, _xmlDoc * document, char const * encoding,
                               int format)
 {
-    if (path == nullptr || document == nullptr) {
+    if (path == nullptr || document == nullptr || !isKnownEncoding(encoding)) {
         errno = EINVAL;
         return -1;
     }

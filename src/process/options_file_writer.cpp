@@ -50,7 +50,8 @@ bool canHold(IOption const & option)
 void add(xmlNode * root, std::string const & content)
 {
     // This call takes the content as plain text, and the saving of the document escapes it.
-    if (xmlNewTextChild(root, nullptr, xml::bytes("data"), xml::bytes(content.c_str())) == nullptr)
+    xmlChar const * const text = content.empty() ? nullptr : xml::bytes(content.c_str());
+    if (xmlNewTextChild(root, nullptr, xml::bytes("data"), text) == nullptr)
         throw std::bad_alloc();
 }
 

@@ -8,6 +8,7 @@
 #include <memory>
 #include <sstream>
 #include <string>
+#include <utility>
 
 namespace transl_tk {
 
@@ -41,11 +42,11 @@ class FileOff : public std::ostringstream
 {
 public:
     FileOff();
-    std::string getText() const { return str(); }
-    std::string getFilePath() const { return m_FilePath; }
+    FileOff(FileOff && other) : std::ostringstream(std::move(other)) {}
+    FileOff & operator=(FileOff && other) = default;
 
-private:
-    std::string m_FilePath;
+    std::string getText() const { return str(); }
+    std::string getFilePath() const { return {}; }
 };
 
 /// The report begins with a head that shows the environment, and is written to its file when this

@@ -110,9 +110,18 @@ std::map<int, Disposition> signalDispositions()
     std::map<int, Disposition> found;
     for (int number = 1; number < NSIG; ++number) {
         struct sigaction action = {};
-        if (::sigaction(number, nullptr, &action) == 0)
-            found.emplace(
-                number, Disposition{action.sa_handler, action.sa_flags, signalsIn(action.sa_mask)});
+        if (::sigaction(number, nullptr, &action) != 0)
+            continue;
+        Disposition disposition{action.sa_handler, action.sa_flags, signalsIn(action.sa_mask)};
+        // What else a default or ignored signal remembers has no effect, and one bit is the C
+        // library's own.
+        constexpr int restorer = 0x04000000;
+        disposition.m_Flags &= ~restorer;
+        if (action.sa_handler == SIG_DFL || action.sa_handler == SIG_IGN) {
+            disposition.m_Flags &= SA_NOCLDSTOP | SA_NOCLDWAIT;
+            disposition.m_Mask.clear();
+        }
+        found.emplace(number, disposition);
     }
     return found;
 }
@@ -186,13 +195,15 @@ std::set<Element> missingIn(std::set<Element> const & elements, std::set<Element
 bool isHeldElsewhere(std::string const & name)
 {
     std::string const path = std::string(s_SharedMemoryDirectory) + "/" + name;
-    for (auto const & [descriptor, target] : openDescriptors()) {
-        if (target == path)
-            return false;
-    }
     struct stat status = {};
     if (::stat(path.c_str(), &status) == -1)
         return true;
+    for (auto const & [descriptor, target] : openDescriptors()) {
+        struct stat own = {};
+        if (::fstat(descriptor, &own) == 0 && own.st_ino == status.st_ino &&
+            own.st_dev == status.st_dev)
+            return false;
+    }
     std::string const inode = ":" + std::to_string(status.st_ino);
     std::ifstream locks("/proc/locks");
     std::string word;

@@ -5,14 +5,12 @@
 
 namespace transl_tk {
 
-/// What is known of a translator in this process; probed once, by the first `isInstalled`.
-/// Each class of the product's translators has an enumeration and a verdict of its own.
-
 /// The translator for JT files.
 class KELD_TRANSL_EXPORT JTPaths : public ExecPaths
 {
 public:
     enum InstallationStatus : int { Unknown = 0, Installed = 1, NotInstalled = 2 };
+    /// What the first `isInstalled` in this process has found; it is not looked for again.
     static InstallationStatus m_InstallationStatus;
 
     JTPaths();
@@ -31,6 +29,7 @@ class KELD_TRANSL_EXPORT CTPaths : public ExecPaths
 {
 public:
     enum InstallationStatus : int { Unknown = 0, Installed = 1, NotInstalled = 2 };
+    /// What the first `isInstalled` in this process has found; it is not looked for again.
     static InstallationStatus m_InstallationStatus;
 
     CTPaths();
@@ -50,6 +49,7 @@ class KELD_TRANSL_EXPORT RhinoPaths : public ExecPaths
 {
 public:
     enum InstallationStatus : int { Unknown = 0, Installed = 1, NotInstalled = 2 };
+    /// What the first `isInstalled` in this process has found; it is not looked for again.
     static InstallationStatus m_InstallationStatus;
 
     RhinoPaths();
@@ -67,6 +67,7 @@ class KELD_TRANSL_EXPORT U3dPdfPaths : public ExecPaths
 {
 public:
     enum InstallationStatus : int { Unknown = 0, Installed = 1, NotInstalled = 2 };
+    /// What the first `isInstalled` in this process has found; it is not looked for again.
     static InstallationStatus m_InstallationStatus;
 
     U3dPdfPaths();

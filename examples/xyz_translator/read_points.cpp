@@ -1,0 +1,167 @@
+#include "limited_warnings.h"
+#include "point_line.h"
+#include "xyz_file.h"
+
+#include <keld-transl/model/point3d.h>
+#include <keld-translator-kit/translator.h>
+
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <string_view>
+#include <sys/stat.h>
+#include <system_error>
+#include <unistd.h>
+#include <vector>
+
+namespace xyz {
+
+namespace {
+
+using translator_kit::Failure;
+using translator_kit::Reason;
+using translator_kit::Run;
+
+/// Also the longest line that is looked at; a point takes some 80 characters at most.
+constexpr std::size_t BufferSize = 1 << 20;
+
+class InputFile
+{
+public:
+    explicit InputFile(std::string const & path) : m_Path(path)
+    {
+        // A pipe under that name must not block the opening.
+        m_Fd = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+        struct stat status = {};
+        if (m_Fd < 0 || fstat(m_Fd, &status) != 0)
+            fail(errno);
+        if (!S_ISREG(status.st_mode)) {
+            close(m_Fd);
+            if (S_ISDIR(status.st_mode))
+                fail(EISDIR);
+            throw Failure(Reason::Failed, "Cannot read " + path + ": it is no regular file.");
+        }
+        m_Size = status.st_size;
+    }
+    InputFile(InputFile const &) = delete;
+    InputFile & operator=(InputFile const &) = delete;
+    ~InputFile() { close(m_Fd); }
+
+    long long size() const { return m_Size; }
+
+    /// Bytes read; 0 at the end of the file.
+    std::size_t read(char * bytes, std::size_t size)
+    {
+        ssize_t count = 0;
+        do {
+            count = ::read(m_Fd, bytes, size);
+        } while (count < 0 && errno == EINTR);
+        if (count < 0)
+            fail(errno);
+        return static_cast<std::size_t>(count);
+    }
+
+private:
+    [[noreturn]] void fail(int error) const
+    {
+        throw Failure(Reason::Failed, "Cannot read " + m_Path + ": " +
+                                          std::generic_category().message(error) + ".");
+    }
+
+    std::string m_Path;
+    int m_Fd = -1;
+    long long m_Size = 0;
+};
+
+/// Makes points of lines.
+class PointReader
+{
+public:
+    PointReader(std::string const & path, Run & run) : m_Path(path), m_Faults(run) {}
+
+    void take(std::string_view line)
+    {
+        ++m_Lines;
+        double position[3];
+        switch (readLine(line, position, m_Fault)) {
+        case LineKind::Point:
+            if (!transl_tk::Point3D::create(0, position[0], position[1], position[2]))
+                throw Failure(Reason::Failed, m_Path + " holds more points than a model can.");
+            ++m_Points;
+            break;
+        case LineKind::Fault:
+            skip(m_Fault);
+            break;
+        case LineKind::Nothing:
+            break;
+        }
+    }
+
+    void takeTooLong()
+    {
+        ++m_Lines;
+        skip("the line is too long");
+    }
+
+    void end()
+    {
+        m_Faults.end("lines of " + m_Path + " hold no point");
+        if (m_Points > 0)
+            return;
+        if (m_Lines == 0)
+            throw Failure(Reason::EmptyModel, m_Path + " is empty.");
+        throw Failure(Reason::EmptyModel, m_Path + " holds no point.");
+    }
+
+private:
+    void skip(std::string const & fault)
+    {
+        m_Faults.add(m_Path + ", line " + std::to_string(m_Lines) + " holds no point: " + fault +
+                     ".");
+    }
+
+    std::string m_Path;
+    LimitedWarnings m_Faults;
+    std::string m_Fault;
+    long long m_Lines = 0;
+    long long m_Points = 0;
+};
+
+} // namespace
+
+void readPoints(std::string const & path, Run & run)
+{
+    InputFile file(path);
+    PointReader reader(path, run);
+    std::vector<char> buffer(BufferSize);
+    std::size_t kept = 0; // bytes of an unfinished line at the buffer's start
+    bool passing = false; // inside a line that is too long
+    long long done = 0;
+
+    while (std::size_t const count = file.read(buffer.data() + kept, buffer.size() - kept)) {
+        done += static_cast<long long>(count);
+        std::string_view text(buffer.data(), kept + count);
+        for (std::size_t end; (end = text.find('\n')) != text.npos; text.remove_prefix(end + 1)) {
+            if (passing)
+                reader.takeTooLong();
+            else
+                reader.take(text.substr(0, end));
+            passing = false;
+        }
+        if (text.size() == buffer.size())
+            passing = true;
+        if (passing)
+            text = {};
+        std::memmove(buffer.data(), text.data(), text.size());
+        kept = text.size();
+        if (file.size() > 0)
+            run.progress(static_cast<int>(100 * std::min(done, file.size()) / file.size()));
+    }
+    if (passing)
+        reader.takeTooLong();
+    else if (kept > 0)
+        reader.take({buffer.data(), kept});
+    reader.end();
+}
+
+} // namespace xyz

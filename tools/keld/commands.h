@@ -1,0 +1,45 @@
+#ifndef KELD_TOOLS_COMMANDS_H
+#define KELD_TOOLS_COMMANDS_H
+
+#include "exchange_run.h"
+#include "exit_code.h"
+
+#include <array>
+#include <string>
+#include <vector>
+
+namespace keld {
+
+/// What the command line says for every run.
+struct CommonArguments
+{
+    bool quiet = false;
+    std::string reportDirectory;
+    std::vector<OptionText> options;
+};
+
+/// A file and the name of its translator; an empty name leaves that to the file's suffix.
+struct FileArgument
+{
+    std::string path;
+    std::string translator;
+};
+
+/// Imports `file`, prints what arrived and the first `pointLimit` points.
+ExitCode importFile(CommonArguments const & arguments, FileArgument const & file,
+                    long long pointLimit);
+
+/// Exports `points` and then `generated` further points to `file`.
+ExitCode exportPoints(CommonArguments const & arguments, FileArgument const & file,
+                      std::vector<std::array<double, 3>> const & points, int generated);
+
+/// Imports `source` and exports the model to `target`.
+ExitCode convert(CommonArguments const & arguments, FileArgument const & source,
+                 FileArgument const & target);
+
+/// Lists the translators, where they are and whether they can be used.
+ExitCode listTranslators();
+
+} // namespace keld
+
+#endif

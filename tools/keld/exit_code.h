@@ -1,0 +1,20 @@
+#ifndef KELD_TOOLS_EXIT_CODE_H
+#define KELD_TOOLS_EXIT_CODE_H
+
+namespace keld {
+
+/// What the program answers to its caller; the help text lists the same.
+enum ExitCode : int {
+    Success = 0,
+    RunFailed = 1,         ///< the translator reports a failure
+    WrongUsage = 2,        ///< a wrong command line or file name
+    TranslatorMissing = 3, ///< no translator for the file, or one that cannot be started
+    NoAnswer = 4,          ///< the translator ended without an answer
+    ExchangeFailed = 5,    ///< options or model could not be handed over
+    RunCancelled = 6,
+    OutputFailed = 7 ///< standard output or the report could not be written
+};
+
+} // namespace keld
+
+#endif

@@ -1,0 +1,136 @@
+#include "commands.h"
+#include "installation.h"
+#include "interrupt.h"
+
+#include <CLI/CLI.hpp>
+#include <cstdio>
+#include <exception>
+#include <limits>
+
+namespace {
+
+constexpr char const * Description =
+    "Imports and exports CAD files through translators, which run as processes of their own.\n"
+    "The file's suffix names the translator: \"part.xyz\" goes through the installed keld_xyz.sh.";
+
+constexpr char const * ExitCodes = R"(Exit codes:
+  0  success
+  1  the translator reports a failure
+  2  wrong command line or file name
+  3  no translator for the file, or one that cannot be started
+  4  the translator ended without an answer
+  5  options or model could not be handed over (temporary directory, shared memory)
+  6  the run was cancelled
+  7  output could not be written)";
+
+void addCommonArguments(CLI::App & command, keld::CommonArguments & arguments)
+{
+    command.add_flag("-q,--quiet", arguments.quiet, "Show no progress");
+    command
+        .add_option("--report", arguments.reportDirectory,
+                    "Keep the report file in DIR, and the translator's reports and crash dumps "
+                    "in folders below it")
+        ->type_name("DIR");
+    command
+        .add_option_function<std::vector<std::string>>(
+            "-o,--option",
+            [&arguments](std::vector<std::string> const & texts) {
+                for (std::string const & text : texts) {
+                    std::size_t const equals = text.find('=');
+                    if (equals == 0 || equals == text.npos)
+                        throw CLI::ValidationError("--option", text + " is not NAME=VALUE");
+                    arguments.options.emplace_back(text.substr(0, equals), text.substr(equals + 1));
+                }
+            },
+            "Give the translator an option: a whole number, a number, true, false, or a text")
+        ->type_name("NAME=VALUE")
+        ->allow_extra_args(false);
+}
+
+void addFileArgument(CLI::App & command, std::string const & name, std::string const & translator,
+                     keld::FileArgument & file, std::string const & description)
+{
+    command.add_option(name, file.path, description)->required();
+    command
+        .add_option(translator, file.translator,
+                    "Take this translator for " + name + ", whatever its suffix")
+        ->type_name("NAME");
+}
+
+int runCommandLine(int argc, char ** argv)
+{
+    CLI::App app(Description, "keld");
+    app.footer(ExitCodes);
+    app.require_subcommand(1);
+    app.set_version_flag("--version", "keld 23.0.0");
+
+    keld::CommonArguments arguments;
+    keld::FileArgument source;
+    keld::FileArgument target;
+    long long pointLimit = 0;
+    bool listPoints = false;
+    std::vector<std::array<double, 3>> points;
+    int generated = 0;
+
+    CLI::App * const import = app.add_subcommand("import", "Import a file and print what it holds");
+    addFileArgument(*import, "FILE", "--translator", source, "The file to import");
+    import
+        ->add_option("--points", pointLimit, "Print the first N points, in the order of their ids")
+        ->type_name("N")
+        ->check(CLI::NonNegativeNumber);
+    import->add_flag("--list-points", listPoints, "Print all points");
+    addCommonArguments(*import, arguments);
+
+    CLI::App * const exporting = app.add_subcommand(
+        "export", "Export points: those given by --point, then those that --points generates");
+    addFileArgument(*exporting, "FILE", "--translator", target, "The file to write");
+    exporting->add_option("--point", points, "A point; may be given any number of times")
+        ->type_name("X Y Z");
+    exporting->add_option("--points", generated, "Generate N points on a lattice in the unit cube")
+        ->type_name("N")
+        ->check(CLI::NonNegativeNumber);
+    addCommonArguments(*exporting, arguments);
+
+    CLI::App * const converting =
+        app.add_subcommand("convert", "Import a file and export its model to another one");
+    addFileArgument(*converting, "IN", "--from", source, "The file to import");
+    addFileArgument(*converting, "OUT", "--to", target, "The file to write");
+    addCommonArguments(*converting, arguments);
+
+    CLI::App * const translators = app.add_subcommand(
+        "translators", "List the translators, where they are and whether they can be used");
+
+    try {
+        app.parse(argc, argv);
+    } catch (CLI::ParseError const & error) {
+        return app.exit(error) == 0 ? keld::Success : keld::WrongUsage;
+    }
+
+    keld::chooseInstallation();
+    keld::cleanUpOnInterrupt();
+    if (*translators)
+        return keld::listTranslators();
+    if (*import)
+        return keld::importFile(arguments, source,
+                                listPoints ? std::numeric_limits<long long>::max() : pointLimit);
+    if (*exporting)
+        return keld::exportPoints(arguments, target, points, generated);
+    return keld::convert(arguments, source, target);
+}
+
+} // namespace
+
+int main(int argc, char ** argv)
+{
+    int code = keld::OutputFailed;
+    try {
+        code = runCommandLine(argc, argv);
+    } catch (std::exception const & exception) {
+        std::fprintf(stderr, "keld: %s\n", exception.what());
+    }
+    if (std::fflush(stdout) != 0 || std::ferror(stdout)) {
+        std::fputs("keld: standard output could not be written.\n", stderr);
+        return code == keld::Success ? keld::OutputFailed : code;
+    }
+    return code;
+}

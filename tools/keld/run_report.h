@@ -1,0 +1,50 @@
+#ifndef KELD_TOOLS_RUN_REPORT_H
+#define KELD_TOOLS_RUN_REPORT_H
+
+#include <set>
+#include <string>
+
+namespace keld {
+
+/// The toolkit's reports of this process: messages go to the console and, with a directory, tracing
+/// lines to a report file.
+class RunReport
+{
+public:
+    /// Makes `directory` when there is none; an empty one keeps no report file. Throws
+    /// std::filesystem::filesystem_error.
+    explicit RunReport(std::string const & directory);
+    RunReport(RunReport const &) = delete;
+    RunReport & operator=(RunReport const &) = delete;
+
+    /// Writes the report file and says where it is.
+    ~RunReport();
+
+    /// A directory below, made anew when it is not there, for what the translator of run `name` has
+    /// to tell; its report would have the same name as the host's. Empty without a directory.
+    std::string directoryFor(std::string const & name) const;
+
+private:
+    std::string m_Directory; ///< with a separator at its end
+};
+
+/// Names the crash dumps that translators leave in `directory` from its construction on.
+class DumpWatch
+{
+public:
+    /// An empty `directory` gets no dumps.
+    explicit DumpWatch(std::string const & directory);
+
+    /// Prints the path of each new dump on standard error.
+    void print() const;
+
+private:
+    std::set<std::string> dumps() const;
+
+    std::string m_Directory;
+    std::set<std::string> m_Before;
+};
+
+} // namespace keld
+
+#endif

@@ -1,0 +1,52 @@
+#ifndef KELD_TRANSLATOR_KIT_RUN_H
+#define KELD_TRANSLATOR_KIT_RUN_H
+
+#include <keld-transl/model/sub_pool.h>
+#include <keld-transl/process/rwfd.h>
+
+#include <chrono>
+#include <string>
+
+namespace translator_kit {
+
+class Options;
+
+/// One run, as the functions of a translator see it. Belongs to the thread that runs them.
+class Run
+{
+public:
+    Run(transl_tk::RWFD & frames, Options const & options, transl_tk::SubPool & model);
+    Run(Run const &) = delete;
+    Run & operator=(Run const &) = delete;
+
+    /// Tells the host how much of the work is done, 0 to 100. May be called at any rate: the first
+    /// call and a change to 100 go out at once, others at most ten times a second.
+    void progress(int percent);
+
+    /// Tells the host a number that only host and translator know the meaning of.
+    void status(int value);
+
+    /// Tells the host that the translator is at work, where nothing else is to be told.
+    void alive();
+
+    /// Append words for the user to the log. Empty words add nothing.
+    void message(std::string const & words);
+    void warning(std::string const & words);
+    void error(std::string const & words);
+
+    /// The model of the run, which is the current sub-pool.
+    transl_tk::SubPool & model() const { return m_Model; }
+
+    Options const & options() const { return m_Options; }
+
+private:
+    transl_tk::RWFD & m_Frames;
+    Options const & m_Options;
+    transl_tk::SubPool & m_Model;
+    int m_Percent = -1;
+    std::chrono::steady_clock::time_point m_ProgressTime;
+};
+
+} // namespace translator_kit
+
+#endif

@@ -1,0 +1,192 @@
+#include "conversation.h"
+
+#include "host_watch.h"
+#include "log.h"
+
+#include <keld-transl/model/pool.h>
+#include <keld-transl/process/server.h>
+#include <keld-transl/reporting/logger_policy.h>
+
+#include <charconv>
+#include <new>
+
+namespace translator_kit {
+
+using transl_tk::Pool;
+using transl_tk::Server;
+
+namespace {
+
+constexpr int StatusCompleted = 8;
+
+/// What stands behind `verb` in `command`; nothing when it is another command.
+std::optional<std::string> argumentOf(std::string const & command, std::string_view verb)
+{
+    if (command.compare(0, verb.size(), verb) != 0)
+        return std::nullopt;
+    return command.substr(verb.size());
+}
+
+/// An empty model as the current sub-pool.
+transl_tk::SubPool & newModel()
+{
+    Pool::construct("translator");
+    return *Pool::getInstance()->currentSubPool();
+}
+
+/// Brings the model of "<size>, <segment>" into the current sub-pool.
+void readModel(std::string_view sizeAndSegment)
+{
+    long long size = 0;
+    char const * const end = sizeAndSegment.data() + sizeAndSegment.size();
+    auto const number = std::from_chars(sizeAndSegment.data(), end, size);
+    std::string_view const rest(number.ptr, static_cast<std::size_t>(end - number.ptr));
+    if (number.ec != std::errc() || rest.substr(0, 2) != ", " || rest.size() == 2)
+        throw Failure(Reason::Failed, "The host names no model.");
+
+    Server::readSharedMem(std::string(rest.substr(2)), size);
+    if (!Server::exchangeFailure().empty())
+        throw Failure(Reason::Failed, Server::exchangeFailure());
+    // The log that came along is the host's; from here on it is this run's.
+    Pool::getInstance()->logger()->clear();
+}
+
+} // namespace
+
+Conversation::Conversation(TranslatorEnds const & ends, Translator const & translator,
+                           Options const & options, bool optionsFound)
+    : m_CommandsFd(ends.commands), m_Commands(ends.commands), m_Frames(ends.frames),
+      m_Translator(translator), m_Options(options), m_OptionsFound(optionsFound)
+{}
+
+void Conversation::hold()
+{
+    for (;;) {
+        std::string const command = nextCommand();
+        if (auto const source = argumentOf(command, "f ")) {
+            importFile(*source);
+        } else if (auto const target = argumentOf(command, "s ")) {
+            exportFile(*target);
+        } else {
+            if (command == "q")
+                sendKey(transl_tk::FrameEnd);
+            return;
+        }
+    }
+}
+
+void Conversation::importFile(std::string const & path)
+{
+    sendKey(transl_tk::FrameFileNameAccepted);
+    if (auto const segment = argumentOf(nextCommand(), "i ")) {
+        sendModel(path, *segment);
+        nextCommand(); // "x u": the host has read the model
+        Server::unmapSharedMemory(true);
+    }
+    sendKey(transl_tk::FrameEnd);
+}
+
+void Conversation::exportFile(std::string const & path)
+{
+    sendKey(transl_tk::FrameFileNameAccepted);
+    if (auto const model = argumentOf(nextCommand(), "e ")) {
+        receiveModel(path, *model);
+        nextCommand(); // "x "
+    }
+    sendKey(transl_tk::FrameEnd);
+}
+
+void Conversation::sendModel(std::string const & path, std::string const & segment)
+{
+    std::optional<Reason> failure = guarded(
+        [&](Run & run) {
+            if (!m_Translator.readFile)
+                throw Failure(Reason::UnsupportedFileType, "This translator reads no files.");
+            m_Translator.readFile(path, run);
+        },
+        Reason::Failed);
+
+    long long size = 0;
+    if (failure == Reason::MissingExportInfo || failure == Reason::Cancelled) {
+        printLog(m_Translator.name);
+    } else {
+        HostWatch const watch(m_CommandsFd);
+        size = Server::writeSharedMem(segment);
+        if (!Server::exchangeFailure().empty()) {
+            printLog(m_Translator.name);
+            printLine(m_Translator.name, Server::exchangeFailure());
+            failure = Reason::Failed;
+            size = 0;
+        }
+    }
+
+    if (failure) {
+        m_Frames.setKey(transl_tk::FrameExit);
+        m_Frames.appendInt(static_cast<int>(*failure));
+    } else {
+        m_Frames.setKey(transl_tk::FrameSuccess);
+    }
+    if (failure != Reason::MissingExportInfo)
+        m_Frames.appendInt64(size);
+    m_Frames.write_fd();
+    Pool::destruct(); // while the host reads
+}
+
+void Conversation::receiveModel(std::string const & path, std::string_view sizeAndSegment)
+{
+    std::optional<Reason> const failure = guarded(
+        [&](Run & run) {
+            readModel(sizeAndSegment);
+            if (!m_Translator.writeFile)
+                throw Failure(Reason::UnsupportedFileType, "This translator writes no files.");
+            m_Translator.writeFile(path, run);
+        },
+        Reason::ExportFailed);
+    printLog(m_Translator.name);
+
+    m_Frames.setKey(failure ? transl_tk::FrameExit : transl_tk::FrameSuccess);
+    m_Frames.appendInt(failure ? static_cast<int>(*failure) : StatusCompleted);
+    m_Frames.write_fd();
+    Pool::destruct();
+}
+
+/// Does `work` on an empty model under the eyes of the watch. Returns why it failed, with the words
+/// in the log, or nothing; any failure that gives no reason counts as `otherwise`.
+std::optional<Reason> Conversation::guarded(Work const & work, Reason otherwise)
+{
+    Run run(m_Frames, m_Options, newModel());
+    std::optional<Reason> reason = otherwise;
+    try {
+        HostWatch const watch(m_CommandsFd);
+        work(run);
+        reason.reset();
+    } catch (Failure const & failure) {
+        run.error(failure.what());
+        reason = failure.reason();
+    } catch (std::bad_alloc const &) {
+        run.error("There is not enough memory for this model.");
+    } catch (std::exception const & exception) {
+        run.error(exception.what());
+    } catch (...) {
+        run.error("The translator failed without saying why.");
+    }
+    if (!m_OptionsFound)
+        run.warning("The options of this run were not found; the defaults were taken.");
+    return reason;
+}
+
+/// The host's next command line; empty when there are no more.
+std::string Conversation::nextCommand()
+{
+    std::string block;
+    m_Commands.read_fd(block);
+    return transl_tk::RWFD::readLine(block.c_str());
+}
+
+void Conversation::sendKey(transl_tk::FrameKey key)
+{
+    m_Frames.setKey(key);
+    m_Frames.write_fd();
+}
+
+} // namespace translator_kit
