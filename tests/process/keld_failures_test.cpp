@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <fstream>
 #include <gmock/gmock.h>
+#include <ostream>
 #include <unistd.h>
 
 namespace {
@@ -93,6 +94,11 @@ struct Death
     char const * name;
     char const * script;
 };
+
+void PrintTo(Death const & death, std::ostream * stream)
+{
+    *stream << death.script;
+}
 
 std::string nameOf(testing::TestParamInfo<Death> const & info)
 {

@@ -1,5 +1,7 @@
 #include "process/keld_program.h"
 
+#include <algorithm>
+#include <cerrno>
 #include <chrono>
 #include <csignal>
 #include <cstdlib>
@@ -188,6 +190,13 @@ bool waitForFile(std::string const & path)
     bool const there = waitUntil([&] { return access(path.c_str(), F_OK) == 0; });
     EXPECT_TRUE(there) << path << " does not come";
     return there;
+}
+
+bool segmentIsThere(std::string const & name)
+{
+    auto const names = sharedMemoryNames();
+    return std::any_of(names.begin(), names.end(),
+                       [&](std::string const & found) { return found.ends_with(name); });
 }
 
 std::string contentOf(std::string const & path)

@@ -97,6 +97,9 @@ void mountReadOnly(std::string const & directory);
 /// Waits until the file `path` is there; false, and a failure of the test, when it does not come.
 bool waitForFile(std::string const & path);
 
+/// Whether a segment `name` is there.
+bool segmentIsThere(std::string const & name);
+
 std::string contentOf(std::string const & path);
 
 } // namespace tests

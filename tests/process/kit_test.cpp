@@ -5,9 +5,10 @@
 #include <keld-transl/process/server.h>
 #include <keld-transl/reporting/logger_policy.h>
 
-#include <cstdlib>
 #include <cstring>
+#include <fcntl.h>
 #include <gmock/gmock.h>
+#include <ostream>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -24,6 +25,11 @@ struct Row
     int code;
     char const * err;
 };
+
+void PrintTo(Row const & row, std::ostream * stream)
+{
+    *stream << row.name;
+}
 
 class KitFailure : public testing::TestWithParam<Row>
 {};
@@ -148,11 +154,18 @@ TEST(KitTranslator, DoesNotRunWithoutAHost)
 {
     LeftoverGuard const guard;
     tests::TemporaryDirectory const files;
-    std::string const command = std::string(KELD_TEST_KIT_TRANSLATOR) + " 2> " + (files / "err");
-    int const status = std::system(command.c_str());
+    std::string const err = files / "err";
+    pid_t const process = fork();
+    if (process == 0) {
+        dup2(open(err.c_str(), O_WRONLY | O_CREAT, 0600), STDERR_FILENO);
+        execl(KELD_TEST_KIT_TRANSLATOR, KELD_TEST_KIT_TRANSLATOR, nullptr);
+        _exit(127);
+    }
+    int status = 0;
+    waitpid(process, &status, 0);
     EXPECT_EQ(2, WEXITSTATUS(status));
     EXPECT_EQ("kit_translator is a translator: a host program starts it, it does not run alone.\n",
-              contentOf(files / "err"));
+              contentOf(err));
 }
 
 /// The kit's translator with the test as its host, command by command.
@@ -228,10 +241,10 @@ TEST_F(KitConversation, LetsGoOfTheSegmentAfterTheAnswer)
     EXPECT_EQ(Accepted, receive(3));
     send("i " + m_Segment + "\n");
     EXPECT_EQ(std::string("\x09\x00x", 3), receive(11).substr(0, 3));
-    EXPECT_EQ(1U, tests::sharedMemoryNames().count(m_Segment));
+    EXPECT_TRUE(tests::segmentIsThere(m_Segment));
     send("x u\n");
     EXPECT_EQ(EndMark, receive(3));
-    EXPECT_EQ(0U, tests::sharedMemoryNames().count(m_Segment));
+    EXPECT_FALSE(tests::segmentIsThere(m_Segment));
 }
 
 TEST_F(KitConversation, SaysInTheLogThatTheOptionsAreMissing)

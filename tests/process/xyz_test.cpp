@@ -124,7 +124,7 @@ TEST(XyzTranslator, ReadsLinesAcrossTheEndsOfItsBuffer)
     LeftoverGuard const guard;
     std::string content;
     for (int i = 0; i < 200000; ++i)
-        content += std::to_string(i) + " 0.125 7\n";
+        content += std::to_string(i) + ".5 0.125 7\n";
     KeldProgram keld;
     keld.file("in.xyz", content);
 

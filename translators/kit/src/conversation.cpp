@@ -3,6 +3,7 @@
 #include "host_watch.h"
 #include "log.h"
 
+#include <keld-common/file_mapping.h>
 #include <keld-transl/model/pool.h>
 #include <keld-transl/process/server.h>
 #include <keld-transl/reporting/logger_policy.h>
@@ -34,17 +35,49 @@ transl_tk::SubPool & newModel()
     return *Pool::getInstance()->currentSubPool();
 }
 
-/// Brings the model of "<size>, <segment>" into the current sub-pool.
-void readModel(std::string_view sizeAndSegment)
+/// Holds a segment, so that its name goes even when the host is killed: the last holder takes it
+/// along.
+class SegmentHold
 {
-    long long size = 0;
+public:
+    explicit SegmentHold(std::string const & name)
+        : m_Handle(OpenFileMappingA(KELD_FILE_MAP_ALL_ACCESS, 0, name.c_str()))
+    {}
+    SegmentHold(SegmentHold const &) = delete;
+    SegmentHold & operator=(SegmentHold const &) = delete;
+    ~SegmentHold()
+    {
+        if (m_Handle)
+            CloseHandle(m_Handle);
+    }
+
+private:
+    void * m_Handle;
+};
+
+struct NamedModel
+{
+    long long size;
+    std::string segment;
+};
+
+/// Takes "<size>, <segment>" apart.
+NamedModel parseModel(std::string const & sizeAndSegment)
+{
+    NamedModel model{};
     char const * const end = sizeAndSegment.data() + sizeAndSegment.size();
-    auto const number = std::from_chars(sizeAndSegment.data(), end, size);
+    auto const number = std::from_chars(sizeAndSegment.data(), end, model.size);
     std::string_view const rest(number.ptr, static_cast<std::size_t>(end - number.ptr));
     if (number.ec != std::errc() || rest.substr(0, 2) != ", " || rest.size() == 2)
         throw Failure(Reason::Failed, "The host names no model.");
+    model.segment = rest.substr(2);
+    return model;
+}
 
-    Server::readSharedMem(std::string(rest.substr(2)), size);
+/// Brings a model into the current sub-pool.
+void readModel(NamedModel const & model)
+{
+    Server::readSharedMem(model.segment, model.size);
     if (!Server::exchangeFailure().empty())
         throw Failure(Reason::Failed, Server::exchangeFailure());
     // The log that came along is the host's; from here on it is this run's.
@@ -55,8 +88,8 @@ void readModel(std::string_view sizeAndSegment)
 
 Conversation::Conversation(TranslatorEnds const & ends, Translator const & translator,
                            Options const & options, bool optionsFound)
-    : m_CommandsFd(ends.commands), m_Commands(ends.commands), m_Frames(ends.frames),
-      m_Translator(translator), m_Options(options), m_OptionsFound(optionsFound)
+    : m_Ends(ends), m_Commands(ends.commands), m_Frames(ends.frames), m_Translator(translator),
+      m_Options(options), m_OptionsFound(optionsFound)
 {}
 
 void Conversation::hold()
@@ -110,7 +143,7 @@ void Conversation::sendModel(std::string const & path, std::string const & segme
     if (failure == Reason::MissingExportInfo || failure == Reason::Cancelled) {
         printLog(m_Translator.name);
     } else {
-        HostWatch const watch(m_CommandsFd);
+        HostWatch const watch(m_Ends);
         size = Server::writeSharedMem(segment);
         if (!Server::exchangeFailure().empty()) {
             printLog(m_Translator.name);
@@ -132,11 +165,13 @@ void Conversation::sendModel(std::string const & path, std::string const & segme
     Pool::destruct(); // while the host reads
 }
 
-void Conversation::receiveModel(std::string const & path, std::string_view sizeAndSegment)
+void Conversation::receiveModel(std::string const & path, std::string const & sizeAndSegment)
 {
     std::optional<Reason> const failure = guarded(
         [&](Run & run) {
-            readModel(sizeAndSegment);
+            NamedModel const model = parseModel(sizeAndSegment);
+            SegmentHold const hold(model.segment);
+            readModel(model);
             if (!m_Translator.writeFile)
                 throw Failure(Reason::UnsupportedFileType, "This translator writes no files.");
             m_Translator.writeFile(path, run);
@@ -157,7 +192,7 @@ std::optional<Reason> Conversation::guarded(Work const & work, Reason otherwise)
     Run run(m_Frames, m_Options, newModel());
     std::optional<Reason> reason = otherwise;
     try {
-        HostWatch const watch(m_CommandsFd);
+        HostWatch const watch(m_Ends);
         work(run);
         reason.reset();
     } catch (Failure const & failure) {

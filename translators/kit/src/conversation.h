@@ -8,7 +8,6 @@
 #include <functional>
 #include <optional>
 #include <string>
-#include <string_view>
 
 namespace translator_kit {
 
@@ -28,13 +27,13 @@ private:
     void importFile(std::string const & path);
     void exportFile(std::string const & path);
     void sendModel(std::string const & path, std::string const & segment);
-    void receiveModel(std::string const & path, std::string_view sizeAndSegment);
+    void receiveModel(std::string const & path, std::string const & sizeAndSegment);
 
     std::optional<Reason> guarded(Work const & work, Reason otherwise);
     std::string nextCommand();
     void sendKey(transl_tk::FrameKey key);
 
-    int m_CommandsFd;
+    TranslatorEnds m_Ends;
     transl_tk::RWFD m_Commands;
     transl_tk::RWFD m_Frames;
     Translator const & m_Translator;

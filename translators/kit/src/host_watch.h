@@ -1,6 +1,8 @@
 #ifndef KELD_TRANSLATOR_KIT_HOST_WATCH_H
 #define KELD_TRANSLATOR_KIT_HOST_WATCH_H
 
+#include <keld-common/channel.h>
+
 #include <thread>
 
 namespace translator_kit {
@@ -9,8 +11,8 @@ namespace translator_kit {
 class HostWatch
 {
 public:
-    /// Watches the command pipe `commands` for its hang-up from a thread of its own.
-    explicit HostWatch(int commands);
+    /// Watches the command pipe for its hang-up from a thread of its own.
+    explicit HostWatch(TranslatorEnds const & ends);
     HostWatch(HostWatch const &) = delete;
     HostWatch & operator=(HostWatch const &) = delete;
     ~HostWatch();
