@@ -1,25 +1,6 @@
 #include "exchange/read_session.h"
 
-#include <keld-transl/model/base.h>
-
-#include <climits>
-
 namespace transl_tk {
-
-void ReadSession::made(EntityStore SubPool::*store, void (*destruct)(Base *), Base const * entity)
-{
-    if (entity == nullptr)
-        return;
-    int const id = entity->getId();
-    if (!m_Made.empty()) {
-        Run & run = m_Made.back();
-        if (run.store == store && run.last != INT_MAX && run.last + 1 == id) {
-            run.last = id;
-            return;
-        }
-    }
-    m_Made.push_back({store, destruct, id, id});
-}
 
 void ReadSession::commit()
 {

@@ -1,6 +1,7 @@
 #ifndef KELD_TRANSL_EXCHANGE_READ_SESSION_H
 #define KELD_TRANSL_EXCHANGE_READ_SESSION_H
 
+#include <keld-transl/model/base.h>
 #include <keld-transl/model/sub_pool.h>
 #include <keld-transl/reporting/logger_policy.h>
 
@@ -31,7 +32,16 @@ public:
 
     /// Remembers an entity that the reading made; null is what `create` gives for an id that is
     /// taken, and nothing to remember. `destruct` frees an entity of its kind.
-    void made(EntityStore SubPool::*store, void (*destruct)(Base *), Base const * entity);
+    void made(EntityStore SubPool::*store, void (*destruct)(Base *), Base const * entity)
+    {
+        if (entity == nullptr)
+            return;
+        int const id = entity->getId();
+        if (!m_Made.empty() && m_Made.back().store == store && m_Made.back().last + 1LL == id)
+            m_Made.back().last = id;
+        else
+            m_Made.push_back({store, destruct, id, id});
+    }
 
     /// Adds the texts to the model, for which nothing can fail any more but memory.
     void commit();

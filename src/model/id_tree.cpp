@@ -256,9 +256,20 @@ void IdTree::dropNode(Node * node) noexcept
 
 IdTree::Node * IdTree::newLeaf(Key key, void * value)
 {
-    Node * const leaf = newNode(0, BottomLevel, key);
+    // Where ids come one after the other, the next node fills up like the one before it.
+    bool const isNextOfFull = m_Recent != nullptr && m_Recent->count == 256 &&
+                              prefixOf(key, BottomLevel) == m_Recent->prefix + 256;
+    Node * const leaf = newNode(isNextOfFull ? FullForm : 0, BottomLevel, key);
     leaf->add(byteOf(key, BottomLevel), value);
+    if (isNextOfFull)
+        m_Recent = leaf;
     return leaf;
+}
+
+/// Where the value of a leaf with one entry stands.
+void ** IdTree::onlySlot(Node * leaf, Key key)
+{
+    return leaf->child(byteOf(key, BottomLevel));
 }
 
 void IdTree::resize(Node ** place, unsigned form)
@@ -331,7 +342,7 @@ void ** IdTree::insertBelow(Node ** place, Key key, void * value)
         Node * const node = *place;
         if (node == nullptr) {
             *place = newLeaf(key, value);
-            return (*place)->children();
+            return onlySlot(*place, key);
         }
         if (!node->covers(key))
             return fork(place, key, value);
@@ -353,7 +364,7 @@ void ** IdTree::insertBelow(Node ** place, Key key, void * value)
                 dropNode(leaf);
                 throw;
             }
-            return leaf->children();
+            return onlySlot(leaf, key);
         }
         place = reinterpret_cast<Node **>(slot);
     }
@@ -376,7 +387,7 @@ void ** IdTree::fork(Node ** place, Key key, void * value)
     }
     (*place)->add(byteOf(key, level), leaf);
     (*place)->add(byteOf(node->prefix, level), node);
-    return leaf->children();
+    return onlySlot(leaf, key);
 }
 
 void * IdTree::erase(int id) noexcept

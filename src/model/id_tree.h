@@ -65,6 +65,7 @@ private:
     Node * newNode(unsigned form, unsigned level, Key key);
     void dropNode(Node * node) noexcept;
     Node * newLeaf(Key key, void * value);
+    static void ** onlySlot(Node * leaf, Key key);
     void ** insertBelow(Node ** place, Key key, void * value);
     void ** fork(Node ** place, Key key, void * value);
     void ** addChild(Node ** place, unsigned byte, void * child);
