@@ -15,7 +15,7 @@ void ProxyLineStrip::getPoints(double * points)
         std::memcpy(points, m_Points.data(), m_Points.size() * sizeof(Triple));
 }
 
-void ProxyLineStrip::forEachPoint(bool (*callback)(int &, double &, double &, double &, void *),
+bool ProxyLineStrip::forEachPoint(bool (*callback)(int &, double &, double &, double &, void *),
                                   void * user)
 {
     for (std::size_t i = 0; i < m_Points.size(); ++i) {
@@ -23,6 +23,7 @@ void ProxyLineStrip::forEachPoint(bool (*callback)(int &, double &, double &, do
         int index = static_cast<int>(i);
         callback(index, x, y, z, user);
     }
+    return true;
 }
 
 } // namespace geom

@@ -26,7 +26,7 @@ public:
     }
     int getNumPoints() override { return static_cast<int>(m_Points.size()); }
     void getPoints(double * points) override;
-    void forEachPoint(bool (*callback)(int &, double &, double &, double &, void *),
+    bool forEachPoint(bool (*callback)(int &, double &, double &, double &, void *),
                       void * user) override;
 
     /// The points of a strip stay where they are.

@@ -29,8 +29,8 @@ public:
 
     /// Calls `callback` for every point in order, `index` counting from 0. The coordinates are the
     /// stored ones: the callback moves a point by writing to them. `index` is a copy, and what the
-    /// callback returns is ignored: the walk always runs to the end.
-    virtual void forEachPoint(bool (*callback)(int & index, double & x, double & y, double & z,
+    /// callback returns is ignored: the walk always runs to the end. Returns true.
+    virtual bool forEachPoint(bool (*callback)(int & index, double & x, double & y, double & z,
                                                void * user),
                               void * user) = 0;
 };
