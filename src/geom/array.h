@@ -15,9 +15,10 @@ namespace geom {
 /// more than an array can hold, std::length_error with the same text on every standard library.
 inline std::size_t arrayLength(long long count, std::size_t elementSize)
 {
-    if (count < 0 || static_cast<std::size_t>(count) > PTRDIFF_MAX / elementSize)
+    auto const length = static_cast<std::size_t>(count); // enormous when the count is negative
+    if (length > PTRDIFF_MAX / elementSize)
         throw std::length_error("vector<T> too long");
-    return static_cast<std::size_t>(count);
+    return length;
 }
 
 /// Plain values in a row, as many as it was made with.
@@ -29,7 +30,7 @@ template <class T> class Array
 
 public:
     Array() noexcept = default;
-    explicit Array(long long count) : m_Size(arrayLength(count, sizeof(T)))
+    explicit Array(long long count) : m_Size(arrayLength(count, ElementSize))
     {
         if (m_Size != 0)
             m_Elements = std::make_unique_for_overwrite<T[]>(m_Size);
@@ -47,7 +48,7 @@ public:
 
     std::size_t size() const noexcept { return m_Size; }
     bool empty() const noexcept { return m_Size == 0; }
-    std::size_t bytes() const noexcept { return m_Size * sizeof(T); }
+    std::size_t bytes() const noexcept { return m_Size * ElementSize; }
 
     T * data() noexcept { return m_Elements.get(); }
     T const * data() const noexcept { return m_Elements.get(); }
@@ -69,6 +70,8 @@ public:
     }
 
 private:
+    static constexpr std::size_t ElementSize = sizeof(T); // NOLINT(bugprone-sizeof-expression)
+
     std::unique_ptr<T[]> m_Elements;
     std::size_t m_Size = 0;
 };

@@ -142,6 +142,12 @@ TEST(BSplineSurface, ProductOfThePointCountsIsTakenInSixtyFourBits)
     tests::expectLengthError([] { withCounts(2, 3, -2147483647 - 1, 2); });
 }
 
+TEST(BSplineSurface, MorePointsThanAnArrayCanHoldAreALengthError)
+{
+    // 24 bytes each: more than a pointer difference can tell, less than a size can.
+    tests::expectLengthError([] { withCounts(2, 3, 800'000'000, 600'000'000); });
+}
+
 TEST(BSplineSurface, ScalesItsControlPointsAlone)
 {
     auto const surface = make();
