@@ -151,9 +151,12 @@ void makeLattice(int count)
     while (static_cast<long long>(edge) * edge * edge < count)
         ++edge;
     double const step = 1.0 / edge;
-    for (int i = 0; i < count; ++i)
-        transl_tk::Point3D::create(0, step * (i % edge), step * (i / edge % edge),
-                                   step * (i / edge / edge));
+    for (int i = 0; i < count; ++i) {
+        int const column = i % edge;
+        int const row = i / edge % edge;
+        int const layer = i / edge / edge;
+        transl_tk::Point3D::create(0, step * column, step * row, step * layer);
+    }
 }
 
 } // namespace
