@@ -7,10 +7,8 @@
 #include <keld-transl/model/pool.h>
 
 #include <absl/container/btree_map.h>
-
-#include <malloc.h>
-
 #include <algorithm>
+#include <malloc.h>
 #include <map>
 #include <numeric>
 #include <random>
@@ -25,8 +23,7 @@ constexpr int Finds = 2000000;
 
 /// The toolkit's own point, made with plain `new` and kept in a table of another kind. Like an
 /// entity it leaves its table when it dies.
-template <class Table>
-class PlainPoint
+template <class Table> class PlainPoint
 {
 public:
     PlainPoint(Table & table, int id, double x, double y, double z)
@@ -48,8 +45,7 @@ private:
     double m_Coordinates[3];
 };
 
-template <template <class, class> class Map>
-class PlainStore
+template <template <class, class> class Map> class PlainStore
 {
     struct Table;
     using Point = PlainPoint<Table>;
@@ -103,10 +99,8 @@ private:
     Table m_Table;
 };
 
-template <class Key, class Value>
-using StdMap = std::map<Key, Value>;
-template <class Key, class Value>
-using BTreeMap = absl::btree_map<Key, Value>;
+template <class Key, class Value> using StdMap = std::map<Key, Value>;
+template <class Key, class Value> using BTreeMap = absl::btree_map<Key, Value>;
 
 using MapStore = PlainStore<StdMap>;
 using BTreeStore = PlainStore<BTreeMap>;
@@ -196,15 +190,13 @@ Pattern patternOf(benchmark::State & state)
     return pattern;
 }
 
-template <class Store>
-void fill(Store & store, Pattern pattern)
+template <class Store> void fill(Store & store, Pattern pattern)
 {
     for (int const id : idsOf(pattern))
         store.create(id);
 }
 
-template <class Store>
-void Create(benchmark::State & state)
+template <class Store> void Create(benchmark::State & state)
 {
     Pattern const pattern = patternOf(state);
     idsOf(pattern);
@@ -216,8 +208,7 @@ void Create(benchmark::State & state)
     }
 }
 
-template <class Store>
-void Find(benchmark::State & state)
+template <class Store> void Find(benchmark::State & state)
 {
     Pattern const pattern = patternOf(state);
     std::vector<int> const probes = probesOf(pattern);
@@ -232,8 +223,7 @@ void Find(benchmark::State & state)
     store.clear();
 }
 
-template <class Store>
-void Walk(benchmark::State & state)
+template <class Store> void Walk(benchmark::State & state)
 {
     Store store;
     fill(store, patternOf(state));
@@ -242,8 +232,7 @@ void Walk(benchmark::State & state)
     store.clear();
 }
 
-template <class Store>
-void Clear(benchmark::State & state)
+template <class Store> void Clear(benchmark::State & state)
 {
     Pattern const pattern = patternOf(state);
     for ([[maybe_unused]] auto iteration : state) {

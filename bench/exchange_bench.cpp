@@ -1,5 +1,5 @@
-// What does a model's way through a segment cost, beside one memcpy of its bytes and beside the bare
-// calls that make it?
+// What does a model's way through a segment cost, beside one memcpy of its bytes and beside the
+// bare calls that make it?
 
 #include "stopwatch.h"
 
@@ -9,13 +9,12 @@
 #include <keld-transl/model/pool.h>
 #include <keld-transl/process/server.h>
 
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <cstring>
 #include <fstream>
 #include <random>
 #include <string>
+#include <sys/wait.h>
+#include <unistd.h>
 #include <vector>
 
 namespace {
@@ -147,8 +146,7 @@ double peakMemory()
 }
 
 /// Peak of a process of its own that runs `work`.
-template <class Work>
-double peakOf(Work work)
+template <class Work> double peakOf(Work work)
 {
     int ends[2];
     if (::pipe(ends) != 0)
@@ -206,8 +204,7 @@ void ReaderMemory(benchmark::State & state)
             state.counters["model_MiB"] = model / Mebibyte;
             state.counters["segment_MiB"] = static_cast<double>(size) / Mebibyte;
             state.counters["reader_MiB"] = reader / Mebibyte;
-            state.counters["over_MiB"] =
-                (reader - model - static_cast<double>(size)) / Mebibyte;
+            state.counters["over_MiB"] = (reader - model - static_cast<double>(size)) / Mebibyte;
         });
     ::kill(writer, SIGKILL);
     ::waitpid(writer, nullptr, 0);

@@ -19,7 +19,7 @@ using translator_kit::Run;
 
 constexpr std::size_t BufferSize = 1 << 20;
 /// The longest shortest form of a double is "-2.2250738585072014e-308".
-constexpr std::size_t LineSize = std::size_t{3} * 25;
+constexpr std::size_t LineSize = 3UL * 25;
 
 class PointWriter
 {

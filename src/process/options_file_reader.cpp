@@ -3,11 +3,11 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <clocale>
 #include <cstdlib>
 #include <fcntl.h>
 #include <libxml/parser.h>
 #include <limits>
-#include <locale.h>
 #include <sys/stat.h>
 #include <unistd.h>
 

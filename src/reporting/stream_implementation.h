@@ -42,8 +42,8 @@ class FileOff : public std::ostringstream
 {
 public:
     FileOff();
-    FileOff(FileOff && other) : std::ostringstream(std::move(other)) {}
-    FileOff & operator=(FileOff && other) = default;
+    FileOff(FileOff && other) noexcept : std::ostringstream(std::move(other)) {}
+    FileOff & operator=(FileOff && other) noexcept = default;
 
     std::string getText() const { return str(); }
     std::string getFilePath() const { return {}; }

@@ -28,7 +28,5 @@ eval "\"\$CXX\" -std=c++17 \"\$KELD_WORK/host/main.cpp\" -o \"\$KELD_WORK/host/h
 touch "$KELD_WORK/a file"
 answer=$(LD_LIBRARY_PATH="$KELD_PREFIX/$KELD_LIBDIR" "$KELD_WORK/host/host" "$KELD_WORK/a file")
 echo "$answer"
-# 108 bytes of counts, 28 of the point, and the entry of the log: 9 and its text.
-words="Read one point of $KELD_WORK/a file"
-grep -qxF "The model takes $((108 + 28 + 9 + ${#words})) bytes." <<<"$answer"
+grep -qxF "1: 1 2 3" <<<"$answer"
 grep -qxF "Completed!" <<<"$answer"

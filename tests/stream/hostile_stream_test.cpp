@@ -5,17 +5,16 @@
 #include <keld-transl/process/server.h>
 #include <keld-transl/reporting/logger_policy.h>
 
-#include <gtest/gtest.h>
-
 #include <climits>
+#include <gtest/gtest.h>
 #include <map>
 #include <random>
 
 namespace transl_tk {
 namespace {
 
-using tests::ByteString;
 using tests::Bytes;
+using tests::ByteString;
 
 class HostileStream : public testing::Test
 {
@@ -27,8 +26,8 @@ protected:
         m_Before = tests::points();
     }
 
-    /// Reads `stream` and expects that it is refused with `words` in the sentence and that the model
-    /// is as it was.
+    /// Reads `stream` and expects that it is refused with `words` in the sentence and that the
+    /// model is as it was.
     void expectRefused(Bytes const & stream, std::string const & words)
     {
         tests::ScopedSegment const segment(m_Name, stream);
@@ -80,8 +79,9 @@ TEST_F(HostileStream, SentenceNamesSectionRecordAndByte)
                                   "least 56 bytes, and 55 are left.");
     ByteString text;
     text.zeros(std::size_t{20} * 4).i32(1).i32(100).zeros(10);
-    expectRefused(text.bytes(), "section 21 (text list), record 1, byte 88: a count of 100 needs at "
-                                "least 100 bytes, and 10 are left.");
+    expectRefused(text.bytes(),
+                  "section 21 (text list), record 1, byte 88: a count of 100 needs at "
+                  "least 100 bytes, and 10 are left.");
     expectRefused(Bytes(3, 0), "section 1 (facets), record 0, byte 0: a field of 4 bytes runs past "
                                "the end, 3 bytes are left.");
 }
@@ -108,8 +108,8 @@ TEST_F(HostileStream, ASegmentSmallerThanAnnouncedIsRefused)
 {
     tests::ScopedSegment const segment(m_Name, Bytes(108, 0));
     Server::readSharedMem(m_Name, 109);
-    EXPECT_EQ(Server::exchangeFailure(), "The shared memory \"" + m_Name +
-                                             "\" holds 108 bytes where 109 were announced.");
+    EXPECT_EQ(Server::exchangeFailure(),
+              "The shared memory \"" + m_Name + "\" holds 108 bytes where 109 were announced.");
     expectUnchanged();
 }
 

@@ -6,18 +6,17 @@
 #include <keld-transl/process/server.h>
 #include <keld-transl/reporting/logger_policy.h>
 
-#include <gtest/gtest.h>
-
 #include <bit>
 #include <climits>
 #include <cstdint>
+#include <gtest/gtest.h>
 #include <limits>
 
 namespace transl_tk {
 namespace {
 
-using tests::ByteString;
 using tests::Bytes;
+using tests::ByteString;
 
 /// Counts of sections 1 to 20, each 0: an entity section, or the attributes or report entries.
 constexpr std::size_t EmptyBeforeTexts = std::size_t{20} * 4;
@@ -175,8 +174,8 @@ TEST_F(ModelStream, AddsToWhatIsThere)
     Server::readSharedMem(m_Name, size);
     EXPECT_EQ(Server::exchangeFailure(), "");
     // The id 2 is taken, so the point that stood there stays.
-    EXPECT_EQ(tests::points(), (std::map<int, tests::Coordinates>{
-                                   {1, {1, 1, 1}}, {2, {9, 9, 9}}, {3, {3, 3, 3}}}));
+    EXPECT_EQ(tests::points(),
+              (std::map<int, tests::Coordinates>{{1, {1, 1, 1}}, {2, {9, 9, 9}}, {3, {3, 3, 3}}}));
     EXPECT_EQ(tests::currentSubPool().m_TextList, (std::vector<std::string>{"old"}));
     keep.unmap();
 }

@@ -1,10 +1,9 @@
 #ifndef KELD_TESTS_SUPPORT_CHILD_H
 #define KELD_TESTS_SUPPORT_CHILD_H
 
+#include <cerrno>
 #include <sys/wait.h>
 #include <unistd.h>
-
-#include <cerrno>
 #include <utility>
 
 namespace tests {
@@ -14,8 +13,7 @@ namespace tests {
 class Child
 {
 public:
-    template <class Body>
-    explicit Child(Body && body) : m_Id(::fork())
+    template <class Body> explicit Child(Body && body) : m_Id(::fork())
     {
         if (m_Id != 0)
             return;

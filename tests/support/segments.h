@@ -4,10 +4,9 @@
 #include <keld-common/file_mapping.h>
 #include <keld-transl/exchange/shared_mem.h>
 
-#include <unistd.h>
-
 #include <cstring>
 #include <string>
+#include <unistd.h>
 #include <vector>
 
 namespace tests {

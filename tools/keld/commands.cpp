@@ -152,10 +152,9 @@ void makeLattice(int count)
         ++edge;
     double const step = 1.0 / edge;
     for (int i = 0; i < count; ++i) {
-        int const column = i % edge;
-        int const row = i / edge % edge;
-        int const layer = i / edge / edge;
-        transl_tk::Point3D::create(0, step * column, step * row, step * layer);
+        int const row = i / edge;
+        int const layer = row / edge;
+        transl_tk::Point3D::create(0, step * (i % edge), step * (row % edge), step * layer);
     }
 }
 

@@ -3,9 +3,8 @@
 
 #include <keld-transl/exchange/shared_mem.h>
 
-#include <gtest/gtest.h>
-
 #include <cstring>
+#include <gtest/gtest.h>
 #include <type_traits>
 
 namespace transl_tk {

@@ -4,7 +4,6 @@
 #include <keld-transl/model/original_id.h>
 
 #include <gtest/gtest.h>
-
 #include <type_traits>
 
 namespace transl_tk {

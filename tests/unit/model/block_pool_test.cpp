@@ -1,10 +1,9 @@
 #include "model/block_pool.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
+#include <gtest/gtest.h>
 #include <random>
 #include <set>
 #include <vector>

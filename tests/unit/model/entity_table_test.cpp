@@ -2,9 +2,8 @@
 
 #include <keld-transl/model/entity_table.h>
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
+#include <gtest/gtest.h>
 
 namespace transl_tk {
 namespace {

@@ -1,8 +1,7 @@
 #include "model/id_tree.h"
 
-#include <gtest/gtest.h>
-
 #include <climits>
+#include <gtest/gtest.h>
 #include <map>
 #include <random>
 #include <vector>
@@ -61,7 +60,7 @@ protected:
     }
 
 private:
-    static inline char s_Objects[4096];
+    inline static char s_Objects[4096];
 };
 
 TEST_P(IdTreePattern, FindsAndWalksWhatAnOrderedMapHolds)
@@ -166,14 +165,13 @@ TEST_P(IdTreePattern, ACopyIsATreeOfItsOwn)
     expectSame(copy, expected);
 }
 
-INSTANTIATE_TEST_SUITE_P(Ids, IdTreePattern, testing::ValuesIn(Patterns),
-                         [](auto const & pattern) {
-                             std::string name = pattern.param.name;
-                             for (char & c : name)
-                                 if (c == ' ')
-                                     c = '_';
-                             return name;
-                         });
+INSTANTIATE_TEST_SUITE_P(Ids, IdTreePattern, testing::ValuesIn(Patterns), [](auto const & pattern) {
+    std::string name = pattern.param.name;
+    for (char & c : name)
+        if (c == ' ')
+            c = '_';
+    return name;
+});
 
 TEST(IdTree, TakesAtMostTwelveBytesForADenseId)
 {

@@ -4,10 +4,9 @@
 #include <keld-transl/geom/point.h>
 #include <keld-transl/model/point3d.h>
 
-#include <gtest/gtest.h>
-
 #include <bit>
 #include <cstdint>
+#include <gtest/gtest.h>
 #include <limits>
 #include <type_traits>
 
@@ -111,7 +110,8 @@ TEST_F(Point3DTest, NoSubPoolListsADeadEntity)
 TEST_F(Point3DTest, KeepsCoordinatesBitForBit)
 {
     double const nan = std::bit_cast<double>(std::uint64_t{0x7FF4000000000123});
-    Point3D * const point = Point3D::create(0, nan, -0.0, std::numeric_limits<double>::denorm_min());
+    Point3D * const point =
+        Point3D::create(0, nan, -0.0, std::numeric_limits<double>::denorm_min());
     auto const kept = tests::coordinatesOf(point);
     EXPECT_EQ(std::bit_cast<std::uint64_t>(kept[0]), 0x7FF4000000000123U);
     EXPECT_EQ(std::bit_cast<std::uint64_t>(kept[1]), 0x8000000000000000U);

@@ -1,9 +1,7 @@
 #include "model/user_set.h"
-
 #include "support/models.h"
 
 #include <gtest/gtest.h>
-
 #include <memory>
 #include <vector>
 

@@ -424,11 +424,11 @@ TEST_F(OptionsFile, IsNotWrittenWithANameOrDescriptionThatXmlCannotHold)
 
 TEST_F(OptionsFile, LargerThanTheLimitIsNotLeft)
 {
-    add(std::string(8 * 1024 * 1024 - 300, 'x').c_str());
+    add(std::string(8UL * 1024 * 1024 - 300, 'x').c_str());
     EXPECT_TRUE(m_Options->write());
     EXPECT_TRUE(OwnedOptions(IExecIO::create())->read(m_Id));
     m_Options->clear();
-    add(std::string(8 * 1024 * 1024, 'x').c_str());
+    add(std::string(8UL * 1024 * 1024, 'x').c_str());
     expectTwins(messagesOf([&] { EXPECT_FALSE(m_Options->write()); }),
                 "Cannot write option xml file in: " + m_Path);
     EXPECT_TRUE(m_Directory.names().empty());

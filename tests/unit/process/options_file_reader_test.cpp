@@ -243,7 +243,7 @@ TEST_F(OptionsReader, RefusesDeepNesting)
 
 TEST_F(OptionsReader, RefusesAHugeFile)
 {
-    EXPECT_FALSE(readElements({std::string(8 * 1024 * 1024, 'x')}));
+    EXPECT_FALSE(readElements({std::string(8UL * 1024 * 1024, 'x')}));
     EXPECT_EQ(m_Options->size(), 0);
 }
 
