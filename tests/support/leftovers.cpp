@@ -69,7 +69,10 @@ std::map<std::string, std::string> childProcesses()
         if (!isNumber(name))
             continue;
         std::ifstream file("/proc/" + name + "/stat");
-        std::string const text((std::istreambuf_iterator<char>(file)), {});
+        // A process may go while it is read; an inserter bears that, an iterator would throw.
+        std::ostringstream content;
+        content << file.rdbuf();
+        std::string const text = content.str();
         // The command stands in parentheses and may hold blanks and parentheses itself.
         size_t const open = text.find('(');
         size_t const close = text.rfind(')');
