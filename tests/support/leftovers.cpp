@@ -69,7 +69,10 @@ std::map<std::string, std::string> childProcesses()
         if (!isNumber(name))
             continue;
         std::ifstream file("/proc/" + name + "/stat");
-        std::string const text((std::istreambuf_iterator<char>(file)), {});
+        // Reads nothing of a process that goes at this moment.
+        std::array<char, 1024> block{};
+        file.read(block.data(), block.size());
+        std::string const text(block.data(), static_cast<size_t>(file.gcount()));
         // The command stands in parentheses and may hold blanks and parentheses itself.
         size_t const open = text.find('(');
         size_t const close = text.rfind(')');
@@ -234,7 +237,7 @@ bool isNamedAfterAnotherProcess(std::string const & path)
 template <class Condition> void waitFor(Condition condition)
 {
     using namespace std::chrono_literals;
-    auto const limit = std::chrono::steady_clock::now() + 2s;
+    auto const limit = std::chrono::steady_clock::now() + 5s;
     while (!condition() && std::chrono::steady_clock::now() < limit)
         std::this_thread::sleep_for(5ms);
 }
@@ -335,7 +338,9 @@ void compareSignals(Surroundings const & before, Surroundings const & now,
 std::set<std::string> newSharedMemory(Surroundings const & before)
 {
     auto names = missingIn(sharedMemoryNames(), before.m_SharedMemory);
-    std::erase_if(names, isHeldElsewhere);
+    std::erase_if(names, [](std::string const & name) {
+        return isHeldElsewhere(name) || isNamedAfterAnotherProcess(name);
+    });
     return names;
 }
 

@@ -11,8 +11,7 @@ namespace tests {
 /// A pointer to a virtual member function holds one more than the operation's byte offset in the
 /// table (Itanium C++ ABI, 2.3). A virtual destructor takes two places and cannot be asked for: the
 /// operations around it tell where it stands.
-template <class Member>
-std::size_t slotOf(Member member)
+template <class Member> std::size_t slotOf(Member member)
 {
     std::size_t bits = 0;
     static_assert(sizeof(member) >= sizeof(bits));
