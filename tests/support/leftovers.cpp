@@ -61,7 +61,7 @@ std::map<int, std::string> openDescriptors()
     return found;
 }
 
-/// Process id, with state and command, of each child that has not been reaped.
+/// A description of each child that has not been reaped, by process id.
 std::map<std::string, std::string> childProcesses()
 {
     std::map<std::string, std::string> found;
@@ -83,7 +83,7 @@ std::map<std::string, std::string> childProcesses()
         std::istringstream rest(text.substr(close + 1));
         rest >> state >> parent;
         if (parent == ::getpid())
-            found.emplace(name, text.substr(open, close - open + 1) +
+            found.emplace(name, name + " " + text.substr(open, close - open + 1) +
                                     (state == 'Z' ? " zombie" : " running"));
     }
     return found;
@@ -300,14 +300,13 @@ void compareProcess(Surroundings const & before, std::vector<std::string> & foun
         found.push_back("thread " + thread + " is running");
     for (auto const & [process, words] : childProcesses()) {
         if (!before.m_Children.contains(process))
-            found.push_back("child process " + process + " is left: " + words);
+            found.push_back("a child process is left: " + words);
     }
     if (currentUmask() != before.m_Umask)
         found.emplace_back("the umask was changed");
     std::error_code error;
     if (fs::current_path(error).string() != before.m_WorkingDirectory)
-        found.push_back("the working directory was " + before.m_WorkingDirectory + " and is " +
-                        fs::current_path(error).string());
+        found.push_back("the working directory is no longer " + before.m_WorkingDirectory);
     auto const environment = environmentEntries();
     for (std::string const & entry : missingIn(environment, before.m_Environment))
         found.push_back("the environment has a new entry: " + entry);

@@ -5,8 +5,9 @@
  *
  * A name given on the creating side is found on the opening side by any process of the same user.
  * Characters that a shared-memory name cannot hold are escaped, so that any text serves. The object
- * lives as long as any process holds a handle or a view; its name goes with the last holder, and a
- * name whose holders have all died is free again. */
+ * lives as long as any process holds a handle or a view; its name goes with the last holder, also
+ * when that process simply exits. A name whose holders were all killed is free again, and its
+ * memory is given back by the next creation of any name. The calls may be made from any thread. */
 
 #include <keld-common/export.h>
 
@@ -35,11 +36,11 @@ enum {
 #endif
 
 /* Creates the block `name` of sizeHigh * 2^32 + sizeLow bytes, readable and writable by its owner
- * only, with all its memory reserved and zeroed. Returns its handle. When a living process holds the
- * name, returns a handle of the existing block and GetLastError gives KELD_ERROR_ALREADY_EXISTS.
- * Returns null on failure, KELD_ERROR_DISK_FULL when the memory could not be reserved; a size of 0
- * is a failure. `file` is KELD_INVALID_HANDLE_VALUE, `attributes` null, `protection`
- * KELD_PAGE_READWRITE. */
+ * only, with all its memory reserved and zeroed. Returns its handle. When a living process holds
+ * the name, returns a handle of the existing block and GetLastError gives
+ * KELD_ERROR_ALREADY_EXISTS. Returns null on failure, KELD_ERROR_DISK_FULL when the memory could
+ * not be reserved; a size of 0 is a failure. `file` is KELD_INVALID_HANDLE_VALUE, `attributes`
+ * null, `protection` KELD_PAGE_READWRITE. */
 KELD_COMMON_EXPORT void * CreateFileMappingA(void * file, void * attributes,
                                              unsigned int protection, unsigned int sizeHigh,
                                              unsigned int sizeLow, char const * name);
@@ -49,10 +50,10 @@ KELD_COMMON_EXPORT void * CreateFileMappingA(void * file, void * attributes,
 KELD_COMMON_EXPORT void * OpenFileMappingA(unsigned int access, int inherit, char const * name);
 
 /* Maps `size` bytes of the block from its first byte, or the whole block when `size` is 0. Returns
- * the address, or null on failure, also when the block is smaller than `size`. Both offsets are 0. */
-KELD_COMMON_EXPORT void * MapViewOfFile(void * handle, unsigned int access,
-                                        unsigned int offsetHigh, unsigned int offsetLow,
-                                        unsigned long long size);
+ * the address, or null on failure, also when the block is smaller than `size`. Both offsets are 0.
+ */
+KELD_COMMON_EXPORT void * MapViewOfFile(void * handle, unsigned int access, unsigned int offsetHigh,
+                                        unsigned int offsetLow, unsigned long long size);
 
 /* Releases the view at `address`. Returns not 0; 0 when there is no such view. */
 KELD_COMMON_EXPORT int UnmapViewOfFile(void const * address);
