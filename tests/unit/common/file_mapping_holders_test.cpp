@@ -276,22 +276,38 @@ TEST_F(FileMapping, CreatorsAndKilledHoldersNeverShareABlockByMistake)
     EXPECT_FALSE(hasName());
 }
 
-TEST_F(FileMapping, ThreadsHaveErrorsOfTheirOwnAndShareTheHandles)
+TEST_F(FileMapping, ThreadsHaveErrorsOfTheirOwn)
 {
     EXPECT_EQ(CloseHandle(nullptr), 0);
     std::thread([] { EXPECT_EQ(GetLastError(), KELD_ERROR_SUCCESS); }).join();
     EXPECT_EQ(GetLastError(), KELD_ERROR_INVALID_HANDLE);
-    std::vector<std::thread> threads;
-    for (int number = 0; number < 4; ++number)
-        threads.emplace_back([this] {
-            for (int round = 0; round < 100; ++round) {
-                void * const handle = create(100);
-                char * const view = map(handle);
-                EXPECT_NE(view, nullptr);
-                EXPECT_NE(CloseHandle(handle), 0);
-                EXPECT_NE(UnmapViewOfFile(view), 0);
+}
+
+TEST_F(FileMapping, WhoeverHoldsABlockHoldsTheOneOfThatName)
+{
+    // The threads become holders and last holders of one name in any order. Two handles of the same
+    // thread must lead to the same bytes; each thread marks a place of its own.
+    auto const work = [this](size_t place) {
+        for (int round = 0; round < 1500; ++round) {
+            void * const first = create(100);
+            void * const second = open();
+            char * const written = map(first);
+            char * const seen = map(second);
+            bool sound = written != nullptr && seen != nullptr;
+            if (sound) {
+                written[place] = static_cast<char>(round % 100 + 1);
+                sound = seen[place] == written[place];
             }
-        });
+            CloseHandle(first);
+            CloseHandle(second);
+            UnmapViewOfFile(written);
+            UnmapViewOfFile(seen);
+            ASSERT_TRUE(sound) << "round " << round;
+        }
+    };
+    std::vector<std::thread> threads;
+    for (size_t place = 0; place < 4; ++place)
+        threads.emplace_back(work, place);
     for (std::thread & thread : threads)
         thread.join();
     EXPECT_FALSE(hasName());

@@ -109,7 +109,8 @@ TEST_F(Leftovers, AChangedUmaskIsSeen)
 TEST_F(Leftovers, AnotherWorkingDirectoryIsSeen)
 {
     auto const old = std::filesystem::current_path();
-    std::filesystem::current_path("/");
+    TemporaryDirectory const other;
+    std::filesystem::current_path(other.path());
     EXPECT_THAT(m_Guard.differences(),
                 ElementsAre("the working directory is no longer " + old.string()));
     std::filesystem::current_path(old);
