@@ -6,7 +6,29 @@
 #include <keld-transl/attributes/option.h>
 #include <keld-transl/attributes/value.h>
 #include <keld-transl/exchange/shared_mem.h>
+#include <keld-transl/geom/bspline_curve.h>
+#include <keld-transl/geom/bspline_surface.h>
+#include <keld-transl/geom/cartesian_coord.h>
+#include <keld-transl/geom/circle.h>
+#include <keld-transl/geom/composite_curve.h>
+#include <keld-transl/geom/cone.h>
+#include <keld-transl/geom/curve.h>
+#include <keld-transl/geom/cylinder.h>
+#include <keld-transl/geom/ellipse.h>
+#include <keld-transl/geom/line.h>
+#include <keld-transl/geom/line_strip.h>
+#include <keld-transl/geom/offset_surface.h>
+#include <keld-transl/geom/parameterization.h>
+#include <keld-transl/geom/plane.h>
 #include <keld-transl/geom/point.h>
+#include <keld-transl/geom/ruled_surface.h>
+#include <keld-transl/geom/sphere.h>
+#include <keld-transl/geom/surface.h>
+#include <keld-transl/geom/surface_of_linear_extrusion.h>
+#include <keld-transl/geom/surface_of_revolution.h>
+#include <keld-transl/geom/torus.h>
+#include <keld-transl/geom/trimming_points.h>
+#include <keld-transl/geom/uv_curve.h>
 #include <keld-transl/model/base.h>
 #include <keld-transl/model/entity_store.h>
 #include <keld-transl/model/entity_table.h>
@@ -28,5 +50,10 @@
 #include <keld-transl/reporting/logger_policy.h>
 #include <keld-transl/reporting/progress_bar_policy.h>
 #include <keld-transl/reporting/stream_policy.h>
+#include <keld-transl/topology/cartesian_coord.h>
+#include <keld-transl/topology/curve3d.h>
+#include <keld-transl/topology/spot_weld.h>
+#include <keld-transl/topology/surface.h>
+#include <keld-transl/topology/uv_curve.h>
 
 #endif

@@ -12,4 +12,11 @@ void Point::destruct(Point * point)
     delete point;
 }
 
+void Point::scale(Point * point, double const & factor, double const & centreX,
+                  double const & centreY, double const & centreZ)
+{
+    if (auto * const proxy = own<ProxyPoint>(point))
+        proxy->scaleBy(Scaling(factor, centreX, centreY, centreZ));
+}
+
 } // namespace geom

@@ -1,6 +1,8 @@
 #ifndef KELD_TRANSL_GEOM_PROXY_POINT_H
 #define KELD_TRANSL_GEOM_PROXY_POINT_H
 
+#include "geom/scaling.h"
+
 #include <keld-transl/geom/point.h>
 
 namespace geom {
@@ -19,8 +21,10 @@ public:
         z = m_Coordinates[2];
     }
 
+    void scaleBy(Scaling const & scaling) { scaling.position(m_Coordinates); }
+
 private:
-    double m_Coordinates[3];
+    Triple m_Coordinates;
 };
 
 } // namespace geom

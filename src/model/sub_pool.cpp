@@ -4,6 +4,11 @@
 #include <keld-transl/model/point3d.h>
 #include <keld-transl/model/sub_pool.h>
 #include <keld-transl/reporting/logger.h>
+#include <keld-transl/topology/cartesian_coord.h>
+#include <keld-transl/topology/curve3d.h>
+#include <keld-transl/topology/spot_weld.h>
+#include <keld-transl/topology/surface.h>
+#include <keld-transl/topology/uv_curve.h>
 
 #include <algorithm>
 
@@ -64,7 +69,12 @@ unsigned int SubPool::GetAvailableId()
 
 void SubPool::clear()
 {
+    destroyAll<Surface>(m_Surfaces);
+    destroyAll<UVCurve>(m_UVCurves);
+    destroyAll<Curve3D>(m_Curves3D);
     destroyAll<Point3D>(m_Points);
+    destroyAll<SpotWeld>(m_SpotWelds);
+    destroyAll<CartesianCoord>(m_CartesianCoords);
     m_LoggerEntries.clear();
     if (m_Logger != nullptr)
         m_Logger->clear();

@@ -22,6 +22,10 @@ public:
     /// Frees a point; null is no fault.
     static void destruct(Point * point);
 
+    /// Scales the position about a centre; see `Curve::scale`.
+    static void scale(Point * point, double const & factor, double const & centreX,
+                      double const & centreY, double const & centreZ);
+
     virtual void getCoordinates(double & x, double & y, double & z) = 0;
 };
 

@@ -1,0 +1,35 @@
+#include "geom/curve_kinds.h"
+
+namespace geom {
+
+void Curve::destruct(Curve * curve)
+{
+    if (curve == nullptr)
+        return;
+    delete curve->getTrimPoints();
+    delete curve;
+}
+
+void Curve::scale(Curve * curve, double const & factor, double const & centreX,
+                  double const & centreY, double const & centreZ)
+{
+    scaleCurve(curve, Scaling(factor, centreX, centreY, centreZ));
+}
+
+trimmingPoints * Curve::getTrimPoints() const
+{
+    return m_TrimPoints;
+}
+
+void Curve::setTrimPoints(trimmingPoints * points)
+{
+    m_TrimPoints = points;
+}
+
+void scaleCurve(Curve * curve, Scaling const & scaling)
+{
+    if (curve != nullptr)
+        visitCurve(*curve, [&](auto & kind) { kind.scaleBy(scaling); });
+}
+
+} // namespace geom

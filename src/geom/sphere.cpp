@@ -1,0 +1,13 @@
+#include "geom/proxy_sphere.h"
+
+namespace geom {
+
+Sphere * Sphere::create(double const (&location)[3], double const (&first)[3],
+                        double const (&second)[3], double const (&/*ignored*/)[3],
+                        double const & radius, Parameterization const & u,
+                        Parameterization const & v)
+{
+    return new ProxySphere(placed(location, first, second), radius, u, v);
+}
+
+} // namespace geom
