@@ -1,4 +1,5 @@
-// A translator whose every file holds an empty model; with an argument, a process that does nothing.
+// A translator whose every file holds an empty model; with an argument, a process that does
+// nothing.
 
 #include <keld-translator-kit/translator.h>
 

@@ -131,7 +131,12 @@ public:
     }
     void clear() { m_SubPool->clear(); }
     std::size_t size() const { return m_SubPool->m_Points.m_Entities.size(); }
-    double tableBytes() { return static_cast<double>(m_SubPool->m_Points.m_Entities.memory()); }
+    double tableBytes()
+    {
+        auto const before = mallinfo2().uordblks;
+        transl_tk::EntityTable const copy(m_SubPool->m_Points.m_Entities);
+        return static_cast<double>(mallinfo2().uordblks - before);
+    }
 
 private:
     transl_tk::SubPool * m_SubPool;

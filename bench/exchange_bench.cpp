@@ -9,6 +9,8 @@
 #include <keld-transl/model/pool.h>
 #include <keld-transl/process/server.h>
 
+#include <chrono>
+#include <csignal>
 #include <cstring>
 #include <fstream>
 #include <random>
@@ -49,6 +51,12 @@ void createAll()
 {
     for (Values const & v : values())
         Point3D::create(v.id, v.x, v.y, v.z);
+}
+
+void createFromIds()
+{
+    for (int id = 1; id <= Count; ++id)
+        Point3D::create(id, id, 2.0 * id, 3.0 * id);
 }
 
 void setBytes(benchmark::State & state, long long size)
@@ -145,81 +153,139 @@ double peakMemory()
     return 0;
 }
 
-/// Peak of a process of its own that runs `work`.
-template <class Work> double peakOf(Work work)
+/// Runs `work` in a process of its own and gives the number that it returns.
+template <class Work> double inFreshProcess(Work work)
 {
     int ends[2];
     if (::pipe(ends) != 0)
         return 0;
     pid_t const child = ::fork();
     if (child == 0) {
-        std::ofstream("/proc/self/clear_refs") << 5;
-        work();
-        double const peak = peakMemory();
-        ::_exit(::write(ends[1], &peak, sizeof peak) == sizeof peak ? 0 : 1);
+        double const result = work();
+        ::_exit(::write(ends[1], &result, sizeof result) == sizeof result ? 0 : 1);
     }
-    double peak = 0;
-    if (::read(ends[0], &peak, sizeof peak) != sizeof peak)
-        peak = 0;
+    double result = 0;
+    if (::read(ends[0], &result, sizeof result) != sizeof result)
+        result = 0;
     ::waitpid(child, nullptr, 0);
     ::close(ends[0]);
     ::close(ends[1]);
-    return peak;
+    return result;
+}
+
+/// Peak of a process of its own that runs `work`.
+template <class Work> double peakOf(Work work)
+{
+    return inFreshProcess([&] {
+        // The peak counts from here on.
+        std::ofstream("/proc/self/clear_refs") << 5;
+        work();
+        return peakMemory();
+    });
+}
+
+/// Seconds that `work` takes in a process that has held no model before: the memory of its entities
+/// is touched for the first time, as in a host that reads its first model.
+template <class Work> double secondsOfFirst(Work work)
+{
+    return inFreshProcess([&] {
+        Pool::construct("first");
+        auto const start = std::chrono::steady_clock::now();
+        work();
+        auto const end = std::chrono::steady_clock::now();
+        return std::chrono::duration<double>(end - start).count();
+    });
+}
+
+/// A writer process that holds the segment with a model of `Count` points.
+class Writer
+{
+public:
+    Writer()
+    {
+        int ends[2];
+        if (::pipe(ends) != 0)
+            return;
+        m_Process = ::fork();
+        if (m_Process == 0) {
+            Pool::construct("source");
+            createFromIds();
+            long long const size = Server::writeSharedMem(SegmentName);
+            if (::write(ends[1], &size, sizeof size) != sizeof size)
+                ::_exit(1);
+            for (;;)
+                ::pause();
+        }
+        if (::read(ends[0], &m_Size, sizeof m_Size) != sizeof m_Size)
+            m_Size = 0;
+        ::close(ends[0]);
+        ::close(ends[1]);
+    }
+    Writer(Writer const &) = delete;
+    Writer & operator=(Writer const &) = delete;
+    ~Writer()
+    {
+        ::kill(m_Process, SIGKILL);
+        ::waitpid(m_Process, nullptr, 0);
+        // The name is free with its holder's death; creating and releasing it clears it away.
+        SharedMem last(SegmentName, 1, true);
+        last.map();
+        last.unmap();
+    }
+
+    long long size() const { return m_Size; }
+
+private:
+    pid_t m_Process = -1;
+    long long m_Size = 0;
+};
+
+/// The yardstick of a first reading.
+void FirstReadBareCreate(benchmark::State & state)
+{
+    values();
+    for ([[maybe_unused]] auto iteration : state)
+        state.SetIterationTime(secondsOfFirst(createAll));
+}
+
+void FirstRead(benchmark::State & state)
+{
+    Writer const writer;
+    for ([[maybe_unused]] auto iteration : state)
+        state.SetIterationTime(
+            secondsOfFirst([&] { Server::readSharedMem(SegmentName, writer.size()); }));
 }
 
 /// Peak memory of a reader, and of a process that makes the same model with the bare calls from
 /// values that it computes; the segment counts with the reader's views.
 void ReaderMemory(benchmark::State & state)
 {
-    // Made in a child, so that the processes measured here start small.
-    int ends[2];
-    if (::pipe(ends) != 0)
-        return;
-    pid_t const writer = ::fork();
-    if (writer == 0) {
-        Pool::construct("source");
-        for (int id = 1; id <= Count; ++id)
-            Point3D::create(id, id, 2.0 * id, 3.0 * id);
-        long long const size = Server::writeSharedMem(SegmentName);
-        SharedMem keep(SegmentName, 0, false);
-        if (::write(ends[1], &size, sizeof size) != sizeof size)
-            ::_exit(1);
-        ::pause();
-    }
-    long long size = 0;
-    if (::read(ends[0], &size, sizeof size) != sizeof size)
-        state.SkipWithError("the writer failed");
+    Writer const writer;
     for ([[maybe_unused]] auto iteration : state)
         timed(state, [&] {
             double const model = peakOf([] {
                 Pool::construct("bench");
-                for (int id = 1; id <= Count; ++id)
-                    Point3D::create(id, id, 2.0 * id, 3.0 * id);
+                createFromIds();
             });
             double const reader = peakOf([&] {
                 Pool::construct("bench");
-                Server::readSharedMem(SegmentName, size);
+                Server::readSharedMem(SegmentName, writer.size());
             });
             constexpr double Mebibyte = 1024.0 * 1024.0;
+            auto const size = static_cast<double>(writer.size());
             state.counters["model_MiB"] = model / Mebibyte;
-            state.counters["segment_MiB"] = static_cast<double>(size) / Mebibyte;
+            state.counters["segment_MiB"] = size / Mebibyte;
             state.counters["reader_MiB"] = reader / Mebibyte;
-            state.counters["over_MiB"] = (reader - model - static_cast<double>(size)) / Mebibyte;
+            state.counters["over_MiB"] = (reader - model - size) / Mebibyte;
         });
-    ::kill(writer, SIGKILL);
-    ::waitpid(writer, nullptr, 0);
-    ::close(ends[0]);
-    ::close(ends[1]);
-    // The name is free again with its holder's death; creating and releasing clears it away.
-    SharedMem last(SegmentName, 1, true);
-    last.map();
-    last.unmap();
 }
 
 #define KELD_BENCH(question)                                                                       \
     BENCHMARK(question)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(7)
 
 BENCHMARK(ReaderMemory)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(1);
+KELD_BENCH(FirstReadBareCreate);
+KELD_BENCH(FirstRead);
 KELD_BENCH(WriteMemcpy);
 KELD_BENCH(Write);
 KELD_BENCH(ReadBareCreate);

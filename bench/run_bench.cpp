@@ -7,10 +7,9 @@
 #include <keld-transl/process/client_in.h>
 
 #include <spawn.h>
+#include <string>
 #include <sys/wait.h>
 #include <unistd.h>
-
-#include <string>
 
 namespace {
 

@@ -12,7 +12,8 @@ function(keld_target_defaults target)
   target_compile_options(${target} PRIVATE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wnon-virtual-dtor
     -Wold-style-cast -Woverloaded-virtual -Wcast-align -Wformat=2 -Werror
-    -ffp-contract=off)
+    -ffp-contract=off
+    -fno-semantic-interposition)
   if(KELD_SANITIZE)
     target_compile_options(${target} PRIVATE
       -fsanitize=${KELD_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)

@@ -34,7 +34,7 @@ static_assert(offsetof(ServerControl, buffer) == 72);
 constexpr std::chrono::milliseconds s_DefaultGrace{2000};
 constexpr std::chrono::milliseconds s_DefaultPatience{1000};
 constexpr std::chrono::milliseconds s_LeastGrace{100};
-constexpr long long s_LongestGrace = 3600LL * 1000;
+constexpr long long s_LongestGrace = 3'600'000;
 
 struct Channel
 {

@@ -153,9 +153,7 @@ bool ChildProcess::waitUntil(Clock::time_point limit)
         int const ready = ::poll(&process, 1, millisecondsUntil(limit));
         if (ready > 0)
             onEnd();
-        else if (ready == 0)
-            return false;
-        else if (errno != EINTR)
+        else if (ready == 0 || errno != EINTR)
             return false;
     }
     return true;

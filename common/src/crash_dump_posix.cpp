@@ -106,10 +106,11 @@ char const * signalName(int signal)
 
 /// Module and offset of a code address. The look-up takes no lock and allocates nothing, unlike
 /// dladdr, so that it works whatever the process was doing.
-void dumpCodeAddress(std::uintptr_t address)
+void dumpCodeAddress(void * code)
 {
+    auto const address = reinterpret_cast<std::uintptr_t>(code);
     dl_find_object module;
-    if (::_dl_find_object(reinterpret_cast<void *>(address), &module) != 0) {
+    if (::_dl_find_object(code, &module) != 0) {
         dumpHexadecimal(address);
         return;
     }
@@ -200,7 +201,8 @@ void dumpFault(int signal, siginfo_t const & info, void const * context)
     }
     dumpText("\nInstruction: ");
     auto const & registers = static_cast<ucontext_t const *>(context)->uc_mcontext.gregs;
-    dumpCodeAddress(static_cast<std::uintptr_t>(registers[REG_RIP]));
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): the register does hold an address.
+    dumpCodeAddress(reinterpret_cast<void *>(registers[REG_RIP]));
     dumpText("\nProcess: ");
     dumpDecimal(static_cast<std::uint64_t>(::getpid()));
     dumpText("\nCommand line: ");
@@ -215,7 +217,7 @@ void dumpStack()
         dumpText("#");
         dumpDecimal(static_cast<std::uint64_t>(frame));
         dumpText(" ");
-        dumpCodeAddress(reinterpret_cast<std::uintptr_t>(s_Frames[frame]));
+        dumpCodeAddress(s_Frames[frame]);
         dumpText("\n");
     }
     // Takes the loader's lock, which a thread in dlopen may hold: hence last, and under the time

@@ -18,7 +18,7 @@ constexpr std::array<int, 5> s_Signals = {SIGSEGV, SIGBUS, SIGILL, SIGFPE, SIGAB
 constexpr unsigned s_SecondsForReport = 5;
 
 // Room for the walk of the stack and for a callback that formats text.
-constexpr size_t s_StackSize = 128UL * 1024;
+constexpr size_t s_StackSize = 0x20000;
 alignas(16) char s_Stack[s_StackSize];
 
 crash_report_callback s_Callback = nullptr;

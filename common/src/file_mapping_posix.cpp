@@ -105,6 +105,7 @@ void * newHandle(std::shared_ptr<SegmentObject> object)
     ++known.m_LastHandle;
     known.m_Handles.emplace(known.m_LastHandle, std::move(object));
     // A handle is a number that looks like an address; nothing ever follows it.
+    // NOLINTNEXTLINE(performance-no-int-to-ptr)
     return reinterpret_cast<void *>(known.m_LastHandle);
 }
 
@@ -123,7 +124,7 @@ void * CreateFileMappingA(void * file, void * attributes, unsigned int protectio
 {
     return guarded<void *>([=]() -> void * {
         auto const size = (static_cast<unsigned long long>(sizeHigh) << 32) | sizeLow;
-        if (file != KELD_INVALID_HANDLE_VALUE || attributes != nullptr ||
+        if (reinterpret_cast<std::intptr_t>(file) != -1 || attributes != nullptr ||
             protection != KELD_PAGE_READWRITE || name == nullptr || size == 0)
             return failWith(KELD_ERROR_INVALID_PARAMETER);
         if (size > static_cast<unsigned long long>(std::numeric_limits<off_t>::max()))
@@ -220,7 +221,7 @@ long long FileMappingFree(void)
     // A file system without a limit counts no blocks.
     if (status.f_blocks == 0)
         return std::numeric_limits<long long>::max();
-    return static_cast<long long>(status.f_bavail * status.f_frsize);
+    return static_cast<long long>(status.f_bavail) * static_cast<long long>(status.f_frsize);
 }
 
 void ReleaseFileMappings(void)

@@ -30,8 +30,9 @@ char * withSeparator(char const * directory)
     char * const text = static_cast<char *>(std::malloc(length + 2));
     if (text == nullptr)
         return nullptr;
-    std::memcpy(text, directory, length);
-    std::strcpy(text + length, missing ? "/" : "");
+    std::memcpy(text, directory, length + 1);
+    if (missing)
+        std::memcpy(text + length, "/", 2);
     return text;
 }
 

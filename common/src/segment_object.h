@@ -33,7 +33,7 @@ public:
     };
 
     /// Creates an object of `size` bytes with all its memory reserved, or holds the living one of
-    /// that name.
+    /// that name. Gives back the memory of dead objects of any name first.
     static Creation create(std::string_view text, off_t size);
 
     /// Holds the living object of that name; Failed with ENOENT where there is none.
@@ -55,6 +55,7 @@ public:
 private:
     explicit SegmentObject(std::string path);
 
+    static void removeDead();
     static std::unique_ptr<SegmentObject> attach(std::string const & path, int & error);
     static std::unique_ptr<SegmentObject> reserve(std::string const & path, off_t size,
                                                   int & error);

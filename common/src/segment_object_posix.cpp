@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdint>
+#include <dirent.h>
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/file.h>
@@ -48,6 +49,21 @@ bool isPlain(char character)
 void pauseBriefly()
 {
     ::poll(nullptr, 0, 1);
+}
+
+/// Opens what may be an object of this user, or answers -1 with errno set.
+int openObject(std::string const & path)
+{
+    int const descriptor = ::open(path.c_str(), O_RDWR | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK);
+    if (descriptor == -1)
+        return -1;
+    struct stat status = {};
+    if (::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode) &&
+        status.st_uid == ::geteuid())
+        return descriptor;
+    ::close(descriptor);
+    errno = EACCES;
+    return -1;
 }
 
 /// A process that asks for a file above its own limit is sent SIGXFSZ, which would end it.
@@ -128,17 +144,10 @@ bool SegmentObject::hasName() const
 std::unique_ptr<SegmentObject> SegmentObject::attach(std::string const & path, int & error)
 {
     std::unique_ptr<SegmentObject> object(new SegmentObject(path));
-    object->m_Descriptor = ::open(path.c_str(), O_RDWR | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK);
+    object->m_Descriptor = openObject(path);
     int const descriptor = object->m_Descriptor;
     if (descriptor == -1) {
         error = errno;
-        return nullptr;
-    }
-    struct stat status = {};
-    if (::fstat(descriptor, &status) == -1 || !S_ISREG(status.st_mode) ||
-        status.st_uid != ::geteuid()) {
-        ::close(std::exchange(object->m_Descriptor, -1));
-        error = EACCES;
         return nullptr;
     }
     bool const isDead = ::flock(descriptor, LOCK_EX | LOCK_NB) == 0;
@@ -151,6 +160,25 @@ std::unique_ptr<SegmentObject> SegmentObject::attach(std::string const & path, i
     ::close(std::exchange(object->m_Descriptor, -1));
     error = isDead && named ? ENOENT : EAGAIN;
     return nullptr;
+}
+
+/// Removes the names of all objects whose holders are gone: a run that was killed leaves as much
+/// memory behind as its model took, and its name may never be asked for again. Tries the exclusive
+/// lock alone, since a shared one would keep a last holder from removing its name.
+void SegmentObject::removeDead()
+{
+    DIR * const directory = ::opendir(s_Directory);
+    if (directory == nullptr)
+        return;
+    while (dirent const * const entry = ::readdir(directory)) {
+        if (!std::string_view(entry->d_name).starts_with(s_Prefix))
+            continue;
+        SegmentObject object(std::string(s_Directory) + "/" + entry->d_name);
+        object.m_Descriptor = openObject(object.m_Path);
+        if (object.m_Descriptor != -1)
+            object.letGo();
+    }
+    ::closedir(directory);
 }
 
 /// Creates an object that has no name yet, with its lock and its memory.
@@ -176,6 +204,7 @@ std::unique_ptr<SegmentObject> SegmentObject::reserve(std::string const & path, 
 
 SegmentObject::Creation SegmentObject::create(std::string_view text, off_t size)
 {
+    removeDead();
     std::string const path = std::string(s_Directory) + "/" + objectName(text);
     std::unique_ptr<SegmentObject> created;
     int error = 0;

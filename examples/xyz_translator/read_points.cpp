@@ -151,7 +151,7 @@ void readPoints(std::string const & path, Run & run)
         if (text.size() == buffer.size())
             passing = true;
         if (passing)
-            text = {};
+            text.remove_prefix(text.size());
         std::memmove(buffer.data(), text.data(), text.size());
         kept = text.size();
         if (file.size() > 0)

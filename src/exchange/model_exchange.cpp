@@ -83,7 +83,7 @@ void readModel(SharedMem & segment, SubPool & subPool)
                           " were announced.");
     ReadSession session(subPool);
     try {
-        StreamReader reader(segment);
+        StreamReader reader(segment, session);
         for (Section const & section : sections()) {
             reader.beginSection(section.name);
             section.read(reader, session);

@@ -1,9 +1,31 @@
 #include "exchange/read_session.h"
 
+#include "geom/ownerless.h"
+
 namespace transl_tk {
+
+void ReadSession::ownerless(geom::OwnedCurve curve)
+{
+    if (curve)
+        m_OwnerlessCurves.push_back(std::move(curve));
+}
+
+void ReadSession::ownerless(geom::OwnedSurface surface)
+{
+    if (surface)
+        m_OwnerlessSurfaces.push_back(std::move(surface));
+}
 
 void ReadSession::commit()
 {
+    for (geom::OwnedCurve & curve : m_OwnerlessCurves) {
+        geom::rememberOwnerless(&m_SubPool, curve.get());
+        curve.release();
+    }
+    for (geom::OwnedSurface & surface : m_OwnerlessSurfaces) {
+        geom::rememberOwnerless(&m_SubPool, surface.get());
+        surface.release();
+    }
     for (std::string & text : m_TextList)
         m_SubPool.m_TextList.push_back(std::move(text));
     m_SubPool.m_FacesToSplit.insert(m_SubPool.m_FacesToSplit.end(), m_FacesToSplit.begin(),

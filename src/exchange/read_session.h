@@ -1,6 +1,8 @@
 #ifndef KELD_TRANSL_EXCHANGE_READ_SESSION_H
 #define KELD_TRANSL_EXCHANGE_READ_SESSION_H
 
+#include "geom/owned.h"
+
 #include <keld-transl/model/base.h>
 #include <keld-transl/model/sub_pool.h>
 #include <keld-transl/reporting/logger_policy.h>
@@ -43,6 +45,11 @@ public:
             m_Made.push_back({store, destruct, id, id});
     }
 
+    /// Takes a shape that nobody will own: the sub-pool frees it at its end unless somebody else
+    /// does. Null is passed over.
+    void ownerless(geom::OwnedCurve curve);
+    void ownerless(geom::OwnedSurface surface);
+
     /// Adds the texts to the model, for which nothing can fail any more but memory.
     void commit();
 
@@ -65,6 +72,8 @@ private:
 
     SubPool & m_SubPool;
     std::vector<Run> m_Made;
+    std::vector<geom::OwnedCurve> m_OwnerlessCurves;
+    std::vector<geom::OwnedSurface> m_OwnerlessSurfaces;
 };
 
 } // namespace transl_tk

@@ -42,7 +42,7 @@ template <class Record> struct EntitySection
 {
     using Entity = typename Record::Entity;
 
-    static constexpr long long RecordSize = fixedSizeOf<Record>();
+    static constexpr std::size_t RecordSize = fixedSizeOf<Record>();
 
     template <class Sink> static void put(Sink & sink, SubPool & subPool)
     {
@@ -69,6 +69,36 @@ template <class Record> struct EntitySection
                 Record::Store,
                 [](Base * entity) { Entity::destruct(static_cast<Entity *>(entity)); },
                 record.make());
+        }
+    }
+};
+
+/// The content of a section that lists all entities of one kind in ascending order of ids, of which
+/// each takes as many bytes as it needs.
+///
+/// A `Record` names the entity class, its store and its smallest size, puts an entity into a counter
+/// or a writer (`put`), and makes the next entity from a reader (`read`), null when there is none to
+/// make.
+template <class Record> struct VariableSection
+{
+    using Entity = typename Record::Entity;
+
+    template <class Sink> static void put(Sink & sink, SubPool & subPool)
+    {
+        EntityTable const & entities = (subPool.*Record::Store).m_Entities;
+        sink.count(entities.size());
+        entities.forEach(
+            [&](int, Base * entity) { Record::put(sink, *static_cast<Entity *>(entity)); });
+    }
+
+    static void read(StreamReader & reader, ReadSession & session)
+    {
+        for (std::size_t left = reader.count(Record::LeastSize); left != 0; --left) {
+            reader.beginRecord();
+            session.made(
+                Record::Store,
+                [](Base * entity) { Entity::destruct(static_cast<Entity *>(entity)); },
+                Record::read(reader));
         }
     }
 };

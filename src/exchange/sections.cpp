@@ -1,3 +1,4 @@
+#include "exchange/records/carrier_records.h"
 #include "exchange/records/point_record.h"
 #include "exchange/records/text_records.h"
 #include "exchange/section.h"
@@ -22,9 +23,9 @@ struct NoRecords
 
 constexpr std::array Table = {
     makeSection<NoRecords>("facets"),          makeSection<EntitySection<PointRecord>>("points"),
-    makeSection<NoRecords>("spot welds"),      makeSection<NoRecords>("coordinate systems"),
-    makeSection<NoRecords>("3D curves"),       makeSection<NoRecords>("UV curves"),
-    makeSection<NoRecords>("surfaces"),        makeSection<NoRecords>("vertices"),
+    makeSection<VariableSection<SpotWeldRecord>>("spot welds"),      makeSection<EntitySection<CartesianCoordRecord>>("coordinate systems"),
+    makeSection<VariableSection<Curve3DRecord>>("3D curves"),       makeSection<VariableSection<UVCurveRecord>>("UV curves"),
+    makeSection<VariableSection<SurfaceRecord>>("surfaces"),        makeSection<NoRecords>("vertices"),
     makeSection<NoRecords>("edges"),           makeSection<NoRecords>("fins"),
     makeSection<NoRecords>("loops"),           makeSection<NoRecords>("faces"),
     makeSection<NoRecords>("shells"),          makeSection<NoRecords>("bodies"),

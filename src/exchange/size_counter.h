@@ -1,8 +1,8 @@
 #ifndef KELD_TRANSL_EXCHANGE_SIZE_COUNTER_H
 #define KELD_TRANSL_EXCHANGE_SIZE_COUNTER_H
 
+#include <array>
 #include <cstddef>
-#include <cstring>
 #include <string_view>
 
 namespace transl_tk {
@@ -11,6 +11,7 @@ namespace transl_tk {
 class SizeCounter
 {
 public:
+    static constexpr bool Reads = false;
     static constexpr bool CountsOnly = true;
 
     constexpr void u8(bool const &) { m_Size += 1; }
@@ -19,6 +20,20 @@ public:
     {
         m_Size += static_cast<long long>(8 * Count);
     }
+    constexpr void f64(double const &) { m_Size += 8; }
+    template <std::size_t Count> constexpr void f64(std::array<double, Count> const &)
+    {
+        m_Size += static_cast<long long>(8 * Count);
+    }
+    template <class List> constexpr void elements(List const & elements, std::size_t count)
+    {
+        m_Size += static_cast<long long>(count * sizeof(*elements.data()));
+    }
+    template <class List> constexpr void counted(List const & elements)
+    {
+        count(elements.size());
+        this->elements(elements, elements.size());
+    }
     constexpr void count(std::size_t) { m_Size += 4; }
     constexpr void string(std::string_view text)
     {
@@ -26,9 +41,9 @@ public:
     }
 
     /// Adds `count` records of `bytes` bytes.
-    constexpr void records(std::size_t count, long long bytes)
+    constexpr void records(std::size_t count, std::size_t bytes)
     {
-        m_Size += static_cast<long long>(count) * bytes;
+        m_Size += static_cast<long long>(count * bytes);
     }
 
     constexpr long long size() const { return m_Size; }
@@ -38,12 +53,12 @@ private:
 };
 
 /// Bytes of a record that has the same size in every entity.
-template <class Record> constexpr long long fixedSizeOf()
+template <class Record> constexpr std::size_t fixedSizeOf()
 {
     SizeCounter counter;
     Record record{};
     record.fields(counter);
-    return counter.size();
+    return static_cast<std::size_t>(counter.size());
 }
 
 } // namespace transl_tk

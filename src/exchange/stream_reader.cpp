@@ -21,11 +21,15 @@ std::size_t StreamReader::count(std::size_t least)
     if (value < 1)
         return 0;
     auto const number = static_cast<std::size_t>(value);
-    if (number > remaining() / least)
-        fail("a count of " + std::to_string(number) + " needs at least " +
-             std::to_string(number * least) + " bytes, and " + std::to_string(remaining()) +
-             " are left");
+    require(number, least);
     return number;
+}
+
+void StreamReader::failAtCount(std::size_t count, std::size_t least) const
+{
+    fail("a count of " + std::to_string(count) + " needs at least " +
+         std::to_string(count * least) + " bytes, and " + std::to_string(remaining()) +
+         " are left");
 }
 
 void StreamReader::failAtEnd(std::size_t size) const

@@ -3,11 +3,14 @@
 
 #include <keld-transl/exchange/shared_mem.h>
 
+#include <array>
 #include <cstddef>
 #include <cstring>
 #include <string>
 
 namespace transl_tk {
+
+class ReadSession;
 
 /// Loads fields at the cursor of a mapped segment, which another process has filled.
 ///
@@ -17,8 +20,10 @@ namespace transl_tk {
 class StreamReader
 {
 public:
-    explicit StreamReader(SharedMem & segment)
-        : m_Segment(segment), m_Base(static_cast<char const *>(segment.m_Base)),
+    static constexpr bool Reads = true;
+
+    StreamReader(SharedMem & segment, ReadSession & session)
+        : m_Segment(segment), m_Session(session), m_Base(static_cast<char const *>(segment.m_Base)),
           m_At(m_Base + segment.m_Index), m_End(m_Base + segment.m_Size)
     {}
     StreamReader(StreamReader const &) = delete;
@@ -34,6 +39,9 @@ public:
     }
     void beginRecord() { ++m_Record; }
 
+    /// What the reading makes.
+    ReadSession & session() { return m_Session; }
+
     void u8(bool & value)
     {
         unsigned char byte = 0;
@@ -41,11 +49,36 @@ public:
         value = byte != 0;
     }
     void i32(int & value) { bytes(&value, 4); }
+    void f64(double & value) { bytes(&value, 8); }
     template <std::size_t Count> void f64(double (&values)[Count]) { bytes(values, 8 * Count); }
+    template <std::size_t Count> void f64(std::array<double, Count> & values)
+    {
+        bytes(values.data(), 8 * Count);
+    }
+
+    /// Makes `elements` a list of `count` elements from the stream.
+    template <class List> void elements(List & elements, std::size_t count)
+    {
+        constexpr std::size_t Size = sizeof(*elements.data());
+        require(count, Size);
+        elements = List(static_cast<typename List::size_type>(count));
+        bytes(elements.data(), count * Size);
+    }
+    template <class List> void counted(List & elements)
+    {
+        this->elements(elements, count(sizeof(*elements.data())));
+    }
     void string(std::string & text);
 
     /// A number of elements that take `least` bytes each or more; 0 for a negative one.
     std::size_t count(std::size_t least);
+
+    /// Fails unless `count` elements of `least` bytes each or more can be left.
+    void require(std::size_t count, std::size_t least) const
+    {
+        if (count > remaining() / least) [[unlikely]]
+            failAtCount(count, least);
+    }
 
     std::size_t remaining() const { return static_cast<std::size_t>(m_End - m_At); }
 
@@ -56,12 +89,15 @@ private:
     {
         if (size > remaining()) [[unlikely]]
             failAtEnd(size);
-        std::memcpy(target, m_At, size);
+        if (size != 0)
+            std::memcpy(target, m_At, size);
         m_At += size;
     }
     [[noreturn]] void failAtEnd(std::size_t size) const;
+    [[noreturn]] void failAtCount(std::size_t count, std::size_t least) const;
 
     SharedMem & m_Segment;
+    ReadSession & m_Session;
     char const * m_Base;
     char const * m_At;
     char const * m_End;

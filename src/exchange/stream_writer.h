@@ -3,6 +3,7 @@
 
 #include <keld-transl/exchange/shared_mem.h>
 
+#include <array>
 #include <cassert>
 #include <cstddef>
 #include <cstring>
@@ -18,6 +19,7 @@ namespace transl_tk {
 class StreamWriter
 {
 public:
+    static constexpr bool Reads = false;
     static constexpr bool CountsOnly = false;
 
     explicit StreamWriter(SharedMem & segment)
@@ -42,6 +44,21 @@ public:
     {
         bytes(values, 8 * Count);
     }
+    void f64(double const & value) { bytes(&value, 8); }
+    template <std::size_t Count> void f64(std::array<double, Count> const & values)
+    {
+        bytes(values.data(), 8 * Count);
+    }
+    /// Stores the first `count` elements of a list, in one piece.
+    template <class List> void elements(List const & elements, std::size_t count)
+    {
+        bytes(elements.data(), count * sizeof(*elements.data()));
+    }
+    template <class List> void counted(List const & elements)
+    {
+        count(elements.size());
+        this->elements(elements, elements.size());
+    }
     void count(std::size_t value) { i32(static_cast<int>(value)); }
     void string(std::string_view text)
     {
@@ -56,7 +73,8 @@ private:
     void bytes(void const * source, std::size_t size)
     {
         assert(size <= static_cast<std::size_t>(m_End - m_At));
-        std::memcpy(m_At, source, size);
+        if (size != 0)
+            std::memcpy(m_At, source, size);
         m_At += size;
     }
 

@@ -29,6 +29,8 @@ template <class T> class Array
     static_assert(std::is_trivially_copyable_v<T>);
 
 public:
+    using size_type = long long; ///< of the length that it is made with, which may be negative
+
     Array() noexcept = default;
     explicit Array(long long count) : m_Size(arrayLength(count, ElementSize))
     {

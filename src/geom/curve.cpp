@@ -1,6 +1,12 @@
 #include "geom/curve_kinds.h"
+#include "geom/ownerless.h"
 
 namespace geom {
+
+Curve::~Curve()
+{
+    forgetOwnerless(this);
+}
 
 void Curve::destruct(Curve * curve)
 {

@@ -1,6 +1,12 @@
+#include "geom/ownerless.h"
 #include "geom/surface_kinds.h"
 
 namespace geom {
+
+Surface::~Surface()
+{
+    forgetOwnerless(this);
+}
 
 void Surface::destruct(Surface * surface)
 {

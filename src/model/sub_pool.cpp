@@ -1,3 +1,4 @@
+#include "geom/ownerless.h"
 #include "model/entity.h"
 #include "model/user_set.h"
 
@@ -45,6 +46,7 @@ SubPool & SubPool::operator=(SubPool const &) = default;
 SubPool::~SubPool()
 {
     clear();
+    geom::freeOwnerless(this);
     delete m_Logger;
     for (EntityStore * const store : {&m_Curves3D, &m_Surfaces, &m_Vertices, &m_Edges})
         forgetUsers(*store);

@@ -9,8 +9,6 @@ namespace transl_tk {
 namespace {
 
 constexpr unsigned int StatusFailed = 0;
-constexpr unsigned int StatusCompleted = 8;
-constexpr unsigned int StatusCancelled = 9;
 
 } // namespace
 
@@ -47,6 +45,12 @@ bool ClientOut::onFilePathNameOk(char * /*buffer*/, int & /*position*/, bool con
     long long const size = Server::writeSharedMem(segment);
     setProgress(50);
     Pool::destruct();
+    if (!Server::exchangeFailure().empty()) {
+        // There is nothing to name to the translator; a taken name would be somebody else's model.
+        m_ServerExitStatus = StatusFailed;
+        Server::send("x \n");
+        return true;
+    }
     Server::send(("e " + std::to_string(size) + ", " + segment + "\n").c_str());
     return true;
 }
@@ -55,11 +59,6 @@ bool ClientOut::onSuccess(char * buffer, int & position, bool const & /*hasPaylo
                           int & /*messageId*/)
 {
     m_ServerExitStatus = takeStatus(buffer, position, StatusFailed);
-    // No translator can have written a model that never reached it.
-    bool const claimsSuccess =
-        m_ServerExitStatus == StatusCompleted || m_ServerExitStatus == StatusCancelled;
-    if (claimsSuccess && !Server::exchangeFailure().empty())
-        m_ServerExitStatus = StatusFailed;
     Server::send("x \n");
     setProgress(90);
     return true;

@@ -113,11 +113,13 @@ TEST_F(Export, ASecondRunStartsFromTheStatusOfTheFirst)
     EXPECT_EQ(write("exit 0"), 3U);
 }
 
-TEST_F(Export, ATakenSegmentNameIsNotACompletedExport)
+TEST_F(Export, ATakenSegmentNameFailsAndIsNotNamedToTheTranslator)
 {
     tests::ScopedSegment const taken(m_Host.m_Segment, tests::Bytes(4, 9));
-    EXPECT_EQ(write("read; frame 123; read; frame 120 i32 8; read; frame 126; read; frame 126"),
-              0U);
+    EXPECT_EQ(
+        write("read; frame 123; read; expect x ; frame 126; read; expect q; frame 126" + endMark()),
+        0U);
+    EXPECT_TRUE(reachedEnd());
     EXPECT_NE(Server::exchangeFailure().find("the name is taken"), std::string::npos);
 }
 

@@ -235,6 +235,17 @@ TEST_F(KitConversation, TakesARefusedImport)
     expectEnd();
 }
 
+TEST_F(KitConversation, TakesARefusedExport)
+{
+    sendBlock("s out.kit\n");
+    EXPECT_EQ(Accepted, receive(3));
+    send("x \n");
+    EXPECT_EQ(EndMark, receive(3));
+    send("q\n");
+    EXPECT_EQ(EndMark, receive(3));
+    expectEnd();
+}
+
 TEST_F(KitConversation, LetsGoOfTheSegmentAfterTheAnswer)
 {
     sendBlock("f plain.kit\n");

@@ -61,7 +61,7 @@ std::map<int, std::string> openDescriptors()
     return found;
 }
 
-/// Process id, with state and command, of each child that has not been reaped.
+/// A description of each child that has not been reaped, by process id.
 std::map<std::string, std::string> childProcesses()
 {
     std::map<std::string, std::string> found;
@@ -69,7 +69,10 @@ std::map<std::string, std::string> childProcesses()
         if (!isNumber(name))
             continue;
         std::ifstream file("/proc/" + name + "/stat");
-        std::string const text((std::istreambuf_iterator<char>(file)), {});
+        // Reads nothing of a process that goes at this moment.
+        std::array<char, 1024> block{};
+        file.read(block.data(), block.size());
+        std::string const text(block.data(), static_cast<size_t>(file.gcount()));
         // The command stands in parentheses and may hold blanks and parentheses itself.
         size_t const open = text.find('(');
         size_t const close = text.rfind(')');
@@ -80,7 +83,7 @@ std::map<std::string, std::string> childProcesses()
         std::istringstream rest(text.substr(close + 1));
         rest >> state >> parent;
         if (parent == ::getpid())
-            found.emplace(name, text.substr(open, close - open + 1) +
+            found.emplace(name, name + " " + text.substr(open, close - open + 1) +
                                     (state == 'Z' ? " zombie" : " running"));
     }
     return found;
@@ -234,7 +237,7 @@ bool isNamedAfterAnotherProcess(std::string const & path)
 template <class Condition> void waitFor(Condition condition)
 {
     using namespace std::chrono_literals;
-    auto const limit = std::chrono::steady_clock::now() + 2s;
+    auto const limit = std::chrono::steady_clock::now() + 5s;
     while (!condition() && std::chrono::steady_clock::now() < limit)
         std::this_thread::sleep_for(5ms);
 }
@@ -297,14 +300,13 @@ void compareProcess(Surroundings const & before, std::vector<std::string> & foun
         found.push_back("thread " + thread + " is running");
     for (auto const & [process, words] : childProcesses()) {
         if (!before.m_Children.contains(process))
-            found.push_back("child process " + process + " is left: " + words);
+            found.push_back("a child process is left: " + words);
     }
     if (currentUmask() != before.m_Umask)
         found.emplace_back("the umask was changed");
     std::error_code error;
     if (fs::current_path(error).string() != before.m_WorkingDirectory)
-        found.push_back("the working directory was " + before.m_WorkingDirectory + " and is " +
-                        fs::current_path(error).string());
+        found.push_back("the working directory is no longer " + before.m_WorkingDirectory);
     auto const environment = environmentEntries();
     for (std::string const & entry : missingIn(environment, before.m_Environment))
         found.push_back("the environment has a new entry: " + entry);
@@ -335,7 +337,9 @@ void compareSignals(Surroundings const & before, Surroundings const & now,
 std::set<std::string> newSharedMemory(Surroundings const & before)
 {
     auto names = missingIn(sharedMemoryNames(), before.m_SharedMemory);
-    std::erase_if(names, isHeldElsewhere);
+    std::erase_if(names, [](std::string const & name) {
+        return isHeldElsewhere(name) || isNamedAfterAnotherProcess(name);
+    });
     return names;
 }
 

@@ -25,7 +25,7 @@ struct Surroundings;
 ///
 /// Make it the first object of a test, so that it goes last. Names are those of the whole machine:
 /// one that another living process holds or is named after does not count, nor does one that goes
-/// within two seconds, so that tests may run side by side.
+/// within five seconds, so that tests may run side by side.
 class LeftoverGuard
 {
 public:

@@ -6,7 +6,7 @@ namespace keld {
 /// What the program answers to its caller; the help text lists the same.
 enum ExitCode : int {
     Success = 0,
-    RunFailed = 1,         ///< the translator reports a failure
+    RunFailed = 1,         ///< as a rule the translator says why
     WrongUsage = 2,        ///< a wrong command line or file name
     TranslatorMissing = 3, ///< no translator for the file, or one that cannot be started
     NoAnswer = 4,          ///< the translator ended without an answer

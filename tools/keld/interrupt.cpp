@@ -35,6 +35,8 @@ void die(std::string const & optionsFile)
     if (!optionsFile.empty())
         unlink_utf8(optionsFile.c_str());
     ReleaseFileMappings();
+    if (isatty(STDERR_FILENO))
+        (void)!write(STDERR_FILENO, "\n", 1); // the progress bar's line
     std::signal(signal, SIG_DFL);
     raise(signal);
 }

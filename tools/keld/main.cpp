@@ -5,6 +5,7 @@
 #include <CLI/CLI.hpp>
 #include <cstdio>
 #include <exception>
+#include <filesystem>
 #include <limits>
 
 namespace {
@@ -15,7 +16,7 @@ constexpr char const * Description =
 
 constexpr char const * ExitCodes = R"(Exit codes:
   0  success
-  1  the translator reports a failure
+  1  the run failed; as a rule the translator says why
   2  wrong command line or file name
   3  no translator for the file, or one that cannot be started
   4  the translator ended without an answer
@@ -122,9 +123,12 @@ int runCommandLine(int argc, char ** argv)
 
 int main(int argc, char ** argv)
 {
-    int code = keld::OutputFailed;
+    int code = keld::RunFailed;
     try {
         code = runCommandLine(argc, argv);
+    } catch (std::filesystem::filesystem_error const & error) {
+        std::fprintf(stderr, "keld: %s\n", error.what());
+        code = keld::OutputFailed;
     } catch (std::exception const & exception) {
         std::fprintf(stderr, "keld: %s\n", exception.what());
     }

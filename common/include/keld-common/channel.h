@@ -8,7 +8,11 @@
  * that runs the conversation.
  *
  * The library changes no signal disposition, installs no handler, and waits for no other child than
- * its own translator. */
+ * its own translator. A host may ignore SIGCHLD, or reap the translator itself.
+ *
+ * A translator that is to end has a grace time of two seconds, and one more second between being
+ * asked to terminate and being killed. The environment variable KELD_GRACE_MS, read by ServerOpen,
+ * sets both to that many milliseconds; a text that is no number up to 3600000 counts as not set. */
 
 #include <keld-common/export.h>
 
@@ -37,37 +41,48 @@ typedef struct ServerControl
 /* Readies the library to serve a host process. Returns 1 when it is. */
 KELD_COMMON_EXPORT int ServerSetLumoRunning(void);
 
-/* Starts the translator `command` under the channel's name and opens the pipes to it.
+/* Starts the translator `command` under the channel's name and opens the pipes to it. A translator
+ * that still runs on the channel is shut down first.
  *
- * A command that is the path of an executable file is that file, blanks and all; any other is split
- * into words at blanks, with single and double quotes and the backslash respected and nothing
- * expanded. No shell is involved. `libraryPath`, when not null, is put in front of LD_LIBRARY_PATH
- * in the translator's environment; the caller's environment stays as it is. The child inherits
- * standard input, output and error and its two pipe ends, and runs in a process group of its own.
+ * A command with a slash that is, as a whole, the path of an executable file is that file, blanks
+ * and all. Any other is split into words at blanks and tabs, with single and double quotes and the
+ * backslash respected and nothing expanded; a first word without a slash is searched for along
+ * PATH. No shell is involved, so that a script needs its interpreter line.
+ *
+ * The directories in `libraryPath`, separated by colons or semicolons, are put in front of
+ * LD_LIBRARY_PATH in the translator's environment when the text is neither null nor empty; the
+ * caller's environment stays as it is. The child inherits standard input, output and error and its
+ * two pipe ends, as descriptors 3 and 4, and nothing else. It starts with default signal actions,
+ * none blocked, in a process group of its own.
+ *
  * Returns 1 when the process was started, 0 (with errno set and the channel closed) otherwise. */
 KELD_COMMON_EXPORT int ServerOpen(int channel, char const * name, char const * command,
                                   char const * libraryPath);
 
 /* Writes `format` to the translator's command pipe. The text is a format without arguments: "%%"
  * goes out as "%", any other conversion as it stands. A translator that is gone makes the call
- * answer 0, and raises no SIGPIPE. Returns the number of bytes written. The quit command, exactly
- * "q\n", starts the grace time after which pipe_read reports end of input. */
+ * answer 0, and raises no SIGPIPE. Blocks while the pipe is full and the translator lives. Returns
+ * the number of bytes written, 0 when not all of them could be. The quit command, exactly "q\n",
+ * starts the grace time after which pipe_read reports end of input. */
 KELD_COMMON_EXPORT int ServerSendValist(int channel, char const * format);
 
 /* Answers not 0 when ServerOpen could start `command`, read by the same rules. */
 KELD_COMMON_EXPORT int ServerQueryExist(char const * command);
 
-/* Marks the channel as one that will not open. */
+/* Marks the channel as one that will not open: closed, until ServerOpen succeeds. */
 KELD_COMMON_EXPORT void ServerSetInactive(int channel);
 
-/* The channel's record; the same address for the life of the process. Owned by the library. */
+/* The channel's record; the same address for the life of the process. Owned by the library. Looks,
+ * without blocking, whether the translator has ended. */
 KELD_COMMON_EXPORT ServerControl * ServerGetPtr(int channel);
 
-/* Called once at each end of the receive loop. */
+/* Called once at each end of the receive loop: drops what is unread. */
 KELD_COMMON_EXPORT void ServerEndOk(int channel);
 
-/* Closes both pipes, waits a grace time for the translator to end, then terminates and at last
- * kills its process group, and reaps it. Returns with no child left. */
+/* Closes both pipes, waits for the translator to end, then terminates and at last kills it with all
+ * its process group, and reaps it. The wait is the grace time, or what the quit command has left of
+ * it. Processes that an ended translator has left in its group are given the same time and end the
+ * same way. Returns with no child left. */
 KELD_COMMON_EXPORT void ServerShutdownAndClosePipes(int channel);
 
 /* Keeps a copy of the search path `path` until ServerFreeOldPath. */
@@ -75,9 +90,10 @@ KELD_COMMON_EXPORT void ServerSetOldPath(char const * path);
 KELD_COMMON_EXPORT void ServerFreeOldPath(void);
 
 /* One blocking read of at most `size` bytes from the translator. Returns the number of bytes; 0 at
- * end of input, which is also reported when the translator has ended and nothing is left to read,
- * when the grace time after the quit command is over, and for a `size` of 0; a negative number,
- * with errno set, on failure (EINTR included). */
+ * end of input and for a `size` of 0; a negative number, with errno set, on failure. Input also
+ * ends when the translator itself has ended or the grace time after the quit command is over, even
+ * if another process keeps the pipe open: what lay in the pipe at that moment is still read. A
+ * signal that arrives is handled by the host meanwhile and does not end the read. */
 KELD_COMMON_EXPORT int pipe_read(ServerControl * control, char * destination, int size);
 
 /* The translator's end of a channel. */

@@ -16,10 +16,12 @@ typedef int (*crash_report_callback)(int signal, int answer);
 /* Installs a handler of SIGSEGV, SIGBUS, SIGILL, SIGFPE and SIGABRT for the whole process. At a
  * fault it writes a readable dump file "vorn_dump_<process id>.txt" into `directory`: signal,
  * faulting address, command line, and a backtrace with module offsets and symbols where known. Then
- * it calls `callback`, when not null, and lets the process die of the original signal. The handler
- * runs on a stack of its own and uses async-signal-safe means up to the callback; a fault in the
- * callback ends the process at once. `reserved` is 0. A second call changes directory and
- * callback. */
+ * it calls `callback`, when not null, and lets the process die of the original signal, also one
+ * that was sent. The handler uses async-signal-safe means up to the callback, and runs on a stack
+ * of its own in the thread that made the call, so that an overflow of that thread's stack is
+ * reported too. A fault in the callback ends the process at once; a report and callback that take
+ * more than five seconds are given up. The file is new, and its owner's alone. `directory` ends in
+ * a separator or not. `reserved` is 0. A second call changes directory and callback. */
 KELD_COMMON_EXPORT void install_crash_report_args(char const * directory, int reserved,
                                                   crash_report_callback callback, int answer);
 

@@ -5,8 +5,9 @@
  *
  * A name given on the creating side is found on the opening side by any process of the same user.
  * Characters that a shared-memory name cannot hold are escaped, so that any text serves. The object
- * lives as long as any process holds a handle or a view; its name goes with the last holder, and a
- * name whose holders have all died is free again. */
+ * lives as long as any process holds a handle or a view; its name goes with the last holder, also
+ * when that process simply exits. A name whose holders were all killed is free again, and its
+ * memory is given back by the next creation of any name. The calls may be made from any thread. */
 
 #include <keld-common/export.h>
 

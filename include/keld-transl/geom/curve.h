@@ -22,7 +22,7 @@ class KELD_TRANSL_EXPORT Curve
 {
 protected:
     Curve() = default;
-    virtual ~Curve() = default;
+    virtual ~Curve();
 
 public:
     /// The kinds of curves. The numbers also lead the curves' records in the model stream.

@@ -21,7 +21,7 @@ class KELD_TRANSL_EXPORT Surface
 {
 protected:
     Surface() = default;
-    virtual ~Surface() = default;
+    virtual ~Surface();
 
 public:
     /// The kinds of surfaces. The numbers also lead the surfaces' records in the model stream.

@@ -21,22 +21,23 @@ std::ostream & operator<<(std::ostream & out, Pattern const & pattern)
     return out << pattern.name;
 }
 
-int thousand(unsigned index)
+int number(unsigned index)
 {
     return static_cast<int>(index);
 }
 
 Pattern const Patterns[] = {
-    {"dense", [](unsigned i, std::mt19937 &) { return thousand(i) + 1; }},
-    {"descending", [](unsigned i, std::mt19937 &) { return 100000 - thousand(i); }},
-    {"negative", [](unsigned i, std::mt19937 &) { return -thousand(i) - 1; }},
-    {"around zero", [](unsigned i, std::mt19937 &) { return thousand(i) - 1500; }},
-    {"strided", [](unsigned i, std::mt19937 &) { return INT_MIN + thousand(i) * 1000000; }},
+    {"dense", [](unsigned i, std::mt19937 &) { return number(i) + 1; }},
+    {"descending", [](unsigned i, std::mt19937 &) { return 100000 - number(i); }},
+    {"negative", [](unsigned i, std::mt19937 &) { return -number(i) - 1; }},
+    {"around zero", [](unsigned i, std::mt19937 &) { return number(i) - 1500; }},
+    {"strided",
+     [](unsigned i, std::mt19937 &) { return static_cast<int>(INT_MIN + i % 4294 * 1000000LL); }},
     {"random", [](unsigned, std::mt19937 & random) { return static_cast<int>(random()); }},
     {"edges of pages",
-     [](unsigned i, std::mt19937 &) { return thousand(i / 3) * 256 - 1 + thousand(i % 3); }},
-    {"largest numbers", [](unsigned i, std::mt19937 &) { return INT_MAX - thousand(i); }},
-    {"smallest numbers", [](unsigned i, std::mt19937 &) { return INT_MIN + thousand(i); }},
+     [](unsigned i, std::mt19937 &) { return number(i / 3) * 256 - 1 + number(i % 3); }},
+    {"largest numbers", [](unsigned i, std::mt19937 &) { return INT_MAX - number(i); }},
+    {"smallest numbers", [](unsigned i, std::mt19937 &) { return INT_MIN + number(i); }},
 };
 
 class IdTreePattern : public testing::TestWithParam<Pattern>

@@ -1,0 +1,35 @@
+#include <cstdio>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sstream>
+#include <string>
+#include <vector>
+
+TEST(Exports, AreTheFunctionsOfTheHeadersAndNothingElse)
+{
+    std::FILE * const listing =
+        ::popen("nm --dynamic --defined-only --format=just-symbols '" KELD_COMMON_LIBRARY "'", "r");
+    ASSERT_NE(listing, nullptr);
+    std::string text;
+    char block[4096];
+    while (size_t const count = std::fread(block, 1, sizeof(block), listing))
+        text.append(block, count);
+    ASSERT_EQ(::pclose(listing), 0);
+
+    std::vector<std::string> names;
+    std::istringstream lines(text);
+    for (std::string line; std::getline(lines, line);)
+        names.push_back(line);
+    EXPECT_THAT(names,
+                testing::UnorderedElementsAre(
+                    "CloseHandle", "CreateFileMappingA", "FileMappingFree", "FileMappingSize",
+                    "GetLastError", "MapViewOfFile", "OpenFileMappingA", "ReleaseFileMappings",
+                    "ServerEndOk", "ServerFreeOldPath", "ServerGetPtr", "ServerOpen",
+                    "ServerQueryExist", "ServerSendValist", "ServerSetInactive",
+                    "ServerSetLumoRunning", "ServerSetOldPath", "ServerShutdownAndClosePipes",
+                    "TranslatorAttach", "UnmapViewOfFile", "crash_report_get_filename",
+                    "enableDatabaseStorage", "envexists_utf8", "getCurrentProcessId", "get_tmp_dir",
+                    "getenv_utf8", "iaccess", "install_crash_report_args", "pipe_read",
+                    "setDatabaseStorage", "towin_path", "unlink_utf8", "vstudio_printf",
+                    "xmlSaveFormatFileEnc_utf8"));
+}
