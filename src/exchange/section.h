@@ -76,9 +76,9 @@ template <class Record> struct EntitySection
 /// The content of a section that lists all entities of one kind in ascending order of ids, of which
 /// each takes as many bytes as it needs.
 ///
-/// A `Record` names the entity class, its store and its smallest size, puts an entity into a counter
-/// or a writer (`put`), and makes the next entity from a reader (`read`), null when there is none to
-/// make.
+/// A `Record` names the entity class, its store and its smallest size, puts an entity into a
+/// counter or a writer (`put`), and makes the next entity from a reader (`read`), null when there
+/// is none to make.
 template <class Record> struct VariableSection
 {
     using Entity = typename Record::Entity;

@@ -11,7 +11,7 @@ namespace {
 struct Shape
 {
     void const * model;
-    Curve * curve;     ///< this or the next
+    Curve * curve; ///< this or the next
     Surface * surface;
 };
 

@@ -178,6 +178,31 @@ struct IdTree::Node
             byte = Up ? byte + 1 : byte - 1;
         }
     }
+
+    /// Copies the entries at and behind `key` to `at`, as long as that is before `end`.
+    void copyFrom(Key key, Entry *& at, Entry * end) const
+    {
+        bool const holdsKey = covers(key);
+        if (!holdsKey && prefix < key)
+            return;
+        unsigned const first = holdsKey ? byteOf(key, level) : 0;
+        bool const isFull = form == FullForm;
+        unsigned const slots = isFull ? 256U : count;
+        for (unsigned i = isFull ? first : position(first); i < slots && at != end; ++i) {
+            // Sparse ids lie far apart in memory: the nodes to come are fetched meanwhile.
+            if (i + Ahead < slots)
+                __builtin_prefetch(children()[i + Ahead]);
+            void * const child = children()[i];
+            if (child == nullptr)
+                continue;
+            if (level == BottomLevel)
+                *at++ = {idOf(prefix | (isFull ? i : keys()[i])), child};
+            else
+                static_cast<Node const *>(child)->copyFrom(key, at, end);
+        }
+    }
+
+    static constexpr unsigned Ahead = 8;
 };
 
 IdTree::Node * IdTree::makeNode(unsigned form, unsigned level, Key key)
@@ -465,6 +490,14 @@ std::pair<int, void *> IdTree::atOrBefore(int id) const noexcept
         return {0, nullptr};
     auto const found = m_Root->seek<false>(keyOf(id));
     return {idOf(found.first), found.second};
+}
+
+std::size_t IdTree::copyFrom(int id, Entry * entries, std::size_t room) const noexcept
+{
+    Entry * at = entries;
+    if (m_Root != nullptr)
+        m_Root->copyFrom(keyOf(id), at, entries + room);
+    return static_cast<std::size_t>(at - entries);
 }
 
 void IdTree::walk(void (*visit)(void *, int, void *), void * context) const

@@ -47,6 +47,15 @@ public:
     std::pair<int, void *> atOrAfter(int id) const noexcept;
     std::pair<int, void *> atOrBefore(int id) const noexcept;
 
+    /// Copies the entries from `id` on, in ascending order, until `room` of them are there. Returns
+    /// how many there are; fewer than `room` means that there are no more.
+    struct Entry
+    {
+        int id;
+        void * value;
+    };
+    std::size_t copyFrom(int id, Entry * entries, std::size_t room) const noexcept;
+
     /// Calls `visit(context, id, value)` in ascending order of ids.
     void walk(void (*visit)(void * context, int id, void * value), void * context) const;
 

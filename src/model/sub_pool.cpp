@@ -12,22 +12,29 @@
 #include <keld-transl/topology/uv_curve.h>
 
 #include <algorithm>
+#include <array>
 
 namespace transl_tk {
 
 namespace {
 
 /// Destroys the entities of a store in ascending order of ids. Entities leave the store as they go
-/// and may take others of their kind along, so each is looked up afresh.
+/// and may take others of their kind along, so each is looked up before.
 template <class Entity> void destroyAll(EntityStore & store)
 {
     IdTree const & tree = TableAccess::tree(store.m_Entities);
+    std::array<IdTree::Entry, 128> batch;
     for (long long next = INT_MIN; next <= INT_MAX;) {
-        auto const [id, entity] = tree.atOrAfter(static_cast<int>(next));
-        if (entity == nullptr)
+        std::size_t const count = tree.copyFrom(static_cast<int>(next), batch.data(), batch.size());
+        if (count == 0)
             return;
-        Entity::destruct(static_cast<Entity *>(static_cast<Base *>(entity)));
-        next = id + 1LL;
+        // Entities of sparse ids lie far apart in memory: they are fetched together.
+        for (std::size_t i = 0; i < count; ++i)
+            __builtin_prefetch(batch[i].value, 1);
+        for (std::size_t i = 0; i < count; ++i)
+            if (tree.find(batch[i].id) == batch[i].value)
+                Entity::destruct(static_cast<Entity *>(static_cast<Base *>(batch[i].value)));
+        next = batch[count - 1].id + 1LL;
     }
 }
 

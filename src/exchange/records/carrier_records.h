@@ -82,8 +82,8 @@ struct Curve3DRecord
     static Curve3D * read(StreamReader & reader);
 };
 
-/// A `UVCurve`: id, a kind, and the curve where the kind is that of a `UVCurve`. A carrier without a
-/// curve has the kind 0, and none is made of it.
+/// A `UVCurve`: id, a kind, and the curve where the kind is that of a `UVCurve`. A carrier without
+/// a curve has the kind 0, and none is made of it.
 struct UVCurveRecord
 {
     using Entity = UVCurve;

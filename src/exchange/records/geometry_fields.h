@@ -10,7 +10,8 @@
 #include <cstddef>
 
 /// The fields that the records of curves and surfaces have in common. Each list of fields serves a
-/// `SizeCounter`, a `StreamWriter` and a `StreamReader`; the first two leave the values as they are.
+/// `SizeCounter`, a `StreamWriter` and a `StreamReader`; the first two leave the values as they
+/// are.
 namespace transl_tk {
 
 /// An enumeration of 32 bits, carried as a number.
@@ -68,8 +69,7 @@ template <class Sink> void knotFields(Sink & sink, geom::Knots const & knots)
 }
 
 template <class Reader>
-    requires Reader::Reads
-void knotFields(Reader & reader, geom::Knots & knots)
+requires Reader::Reads void knotFields(Reader & reader, geom::Knots & knots)
 {
     knots = geom::Knots(static_cast<long long>(reader.count(KnotSize)));
     for (std::size_t i = 0; i < knots.size(); ++i) {

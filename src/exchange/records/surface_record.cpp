@@ -18,8 +18,7 @@ using PlaneBody = PlacedBody<ProxyPlane>;
 using CylinderBody = PlacedBody<ProxyCylinder, &ProxyCylinder::getRadius>;
 using SphereBody = PlacedBody<ProxySphere, &ProxySphere::getRadius>;
 using ConeBody = PlacedBody<ProxyCone, &ProxyCone::getRadius, &ProxyCone::getAngle>;
-using TorusBody =
-    PlacedBody<ProxyTorus, &ProxyTorus::getFirstRadius, &ProxyTorus::getSecondRadius>;
+using TorusBody = PlacedBody<ProxyTorus, &ProxyTorus::getFirstRadius, &ProxyTorus::getSecondRadius>;
 
 struct Parameterizations
 {
@@ -173,8 +172,8 @@ OwnedSurface readBSplineSurface(StreamReader & reader, Parameterizations values)
     Surface::Type form = Surface::Type::BSpline;
     SplineSurfaceData data;
     splineSurfaceFields(reader, form, data);
-    return OwnedSurface(new ProxyBSplineSurface(std::move(data), form, std::move(values.u),
-                                                std::move(values.v)));
+    return OwnedSurface(
+        new ProxyBSplineSurface(std::move(data), form, std::move(values.u), std::move(values.v)));
 }
 
 OwnedSurface readSurfaceOfRevolution(StreamReader & reader, Parameterizations values)
@@ -183,8 +182,8 @@ OwnedSurface readSurfaceOfRevolution(StreamReader & reader, Parameterizations va
     Triple point;
     Triple direction;
     interleavedFields(reader, std::array{&point, &direction});
-    OwnedSurface surface(new ProxySurfaceOfRevolution(
-        point, direction, curve.get(), std::move(values.u), std::move(values.v)));
+    OwnedSurface surface(new ProxySurfaceOfRevolution(point, direction, curve.get(),
+                                                      std::move(values.u), std::move(values.v)));
     curve.release();
     return surface;
 }
@@ -193,8 +192,8 @@ OwnedSurface readRuledSurface(StreamReader & reader, Parameterizations values)
 {
     OwnedCurve first = readCurve(reader);
     OwnedCurve second = readCurve(reader);
-    OwnedSurface surface(new ProxyRuledSurface(first.get(), second.get(), std::move(values.u),
-                                               std::move(values.v)));
+    OwnedSurface surface(
+        new ProxyRuledSurface(first.get(), second.get(), std::move(values.u), std::move(values.v)));
     first.release();
     second.release();
     return surface;

@@ -121,6 +121,27 @@ TEST_P(IdTreePattern, FindsTheNeighboursOfAnyId)
     }
 }
 
+TEST_P(IdTreePattern, CopiesItsEntriesInBatches)
+{
+    std::mt19937 random(12);
+    IdTree tree;
+    std::map<int, void *> expected;
+    for (unsigned i = 0; i < 3000; ++i) {
+        int const id = GetParam().id(i, random);
+        expected.emplace(id, valueOf(id));
+        tree.insert(id, valueOf(id));
+    }
+    std::vector<std::pair<int, void *>> copied;
+    IdTree::Entry batch[77];
+    for (long long next = INT_MIN; next <= INT_MAX;) {
+        std::size_t const count = tree.copyFrom(static_cast<int>(next), batch, 77);
+        for (std::size_t i = 0; i < count; ++i)
+            copied.emplace_back(batch[i].id, batch[i].value);
+        next = count == 77 ? batch[76].id + 1LL : INT_MAX + 1LL;
+    }
+    EXPECT_EQ(copied, (decltype(copied)(expected.begin(), expected.end())));
+}
+
 TEST_P(IdTreePattern, StaysRightWhileEntriesComeAndGo)
 {
     std::mt19937 random(9);
