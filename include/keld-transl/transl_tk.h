@@ -41,6 +41,7 @@
 #include <keld-transl/process/client_out.h>
 #include <keld-transl/process/exec_io.h>
 #include <keld-transl/process/exec_paths.h>
+#include <keld-transl/process/exit_status.h>
 #include <keld-transl/process/export_options.h>
 #include <keld-transl/process/product_paths.h>
 #include <keld-transl/process/rwfd.h>

@@ -13,10 +13,6 @@ namespace transl_tk {
 
 namespace {
 
-constexpr unsigned int StatusFailed = 0;
-constexpr unsigned int StatusCompleted = 8;
-constexpr unsigned int StatusNoOptionsFile = 11;
-
 /// A command block on the pipe: translators read commands in blocks of this size.
 constexpr std::size_t CommandSize = 4096;
 
@@ -38,7 +34,7 @@ std::string fileCommand(bool isImport, std::string fileName)
 int Client::m_RefCounter = 0;
 
 Client::Client()
-    : m_ServerExitStatus(StatusCompleted), m_ExecIO(IExecIO::create(), &IExecIO::destruct)
+    : m_ServerExitStatus(ExitCompleted), m_ExecIO(IExecIO::create(), &IExecIO::destruct)
 {
     m_Handlers.emplace(FrameExit, &onExitMsg);
     m_Handlers.emplace(FrameSuccess, &onSuccessMsg);
@@ -74,7 +70,7 @@ void Client::initServer(unsigned int const & serverType)
                 Server::open("transl_tk_server", command, getLibPath());
                 ++m_RefCounter;
             } else {
-                m_ServerExitStatus = StatusNoOptionsFile;
+                m_ServerExitStatus = ExitNoOptionsFile;
                 Server::Stream()->post(StreamPolicy::Report)
                     << "|OPTIONS_LOG: Could not write options xml file" << std::endl;
             }
@@ -120,7 +116,7 @@ bool Client::wait(char * buffer, int & position, bool const & hasPayload, int & 
 
 bool Client::onExit(char * buffer, int & position, bool const & /*hasPayload*/, int & /*messageId*/)
 {
-    m_ServerExitStatus = takeStatus(buffer, position, StatusFailed);
+    m_ServerExitStatus = takeStatus(buffer, position, ExitFailed);
     Server::send("x \n");
     return true;
 }
@@ -156,19 +152,19 @@ void Client::setServerExitStatus(unsigned int const & status)
 std::string Client::serverExitStatusMsg() const
 {
     switch (m_ServerExitStatus) {
-    case 0:
+    case ExitFailed:
         return "Failed!";
-    case 1:
+    case ExitExportFailed:
         return "Export procedure failed";
-    case 2:
+    case ExitUnsupportedFileType:
         return "Failed! Unsupported file type";
-    case 3:
+    case ExitEmptyModel:
         return "Failed! Model is empty";
-    case 5:
+    case ExitMissingExportInfo:
         return "Failed! Missing export info";
-    case 8:
+    case ExitCompleted:
         return "Completed!";
-    case 9:
+    case ExitCancelled:
         return "Server cancelled";
     default:
         return "Unexpected error!";

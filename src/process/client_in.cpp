@@ -8,16 +8,10 @@ namespace transl_tk {
 
 namespace {
 
-constexpr unsigned int StatusFailed = 0;
-constexpr unsigned int StatusMissingExportInfo = 5;
-constexpr unsigned int StatusCompleted = 8;
-constexpr unsigned int StatusCancelled = 9;
-constexpr unsigned int StatusNoOptionsFile = 11;
-
 /// The statuses whose model, if one was announced, stays where it is.
 bool leavesModel(unsigned int status)
 {
-    return status == 6 || status == StatusCompleted || status == StatusCancelled;
+    return status == 6 || status == ExitCompleted || status == ExitCancelled;
 }
 
 /// Reads the model that the translator announced into a sub-pool named after the file.
@@ -40,14 +34,14 @@ bool ClientIn::read(std::string const & fileName, unsigned int const & serverTyp
     m_FileName = fileName;
     setProgress(0);
     initServer(serverType);
-    if (m_ServerExitStatus != StatusNoOptionsFile) {
+    if (m_ServerExitStatus != ExitNoOptionsFile) {
         setProgress(1);
-        m_ServerExitStatus = StatusCompleted;
+        m_ServerExitStatus = ExitCompleted;
         run();
     }
     finiServer();
-    if (m_ServerExitStatus != StatusCompleted)
-        return m_ServerExitStatus == StatusCancelled;
+    if (m_ServerExitStatus != ExitCompleted)
+        return m_ServerExitStatus == ExitCancelled;
     transferModel();
     setProgress(100);
     return true;
@@ -70,7 +64,7 @@ bool ClientIn::onFilePathNameOk(char * /*buffer*/, int & /*position*/, bool cons
         importStarted();
     } else {
         Server::send("x \n");
-        m_ServerExitStatus = StatusCancelled;
+        m_ServerExitStatus = ExitCancelled;
     }
     return true;
 }
@@ -80,9 +74,9 @@ bool ClientIn::onSuccess(char * buffer, int & position, bool const & /*hasPayloa
 {
     long long size = 0;
     if (!takeValue(buffer, position, size))
-        m_ServerExitStatus = StatusFailed;
+        m_ServerExitStatus = ExitFailed;
     else if (size != 0 && !readModel(m_FileName, getSharedMemName(), size))
-        m_ServerExitStatus = StatusFailed;
+        m_ServerExitStatus = ExitFailed;
     Server::send("x u\n");
     return true;
 }
@@ -90,9 +84,9 @@ bool ClientIn::onSuccess(char * buffer, int & position, bool const & /*hasPayloa
 bool ClientIn::onExit(char * buffer, int & position, bool const & /*hasPayload*/,
                       int & /*messageId*/)
 {
-    m_ServerExitStatus = takeStatus(buffer, position, StatusFailed);
+    m_ServerExitStatus = takeStatus(buffer, position, ExitFailed);
     long long size = 0;
-    if (m_ServerExitStatus != StatusMissingExportInfo && takeValue(buffer, position, size) &&
+    if (m_ServerExitStatus != ExitMissingExportInfo && takeValue(buffer, position, size) &&
         size != 0 && !leavesModel(m_ServerExitStatus))
         readModel(m_FileName, getSharedMemName(), size);
     Server::send("x u\n");

@@ -6,12 +6,6 @@
 
 namespace transl_tk {
 
-namespace {
-
-constexpr unsigned int StatusFailed = 0;
-
-} // namespace
-
 ClientOut::ClientOut() = default;
 ClientOut::~ClientOut() = default;
 
@@ -47,7 +41,7 @@ bool ClientOut::onFilePathNameOk(char * /*buffer*/, int & /*position*/, bool con
     Pool::destruct();
     if (!Server::exchangeFailure().empty()) {
         // There is nothing to name to the translator; a taken name would be somebody else's model.
-        m_ServerExitStatus = StatusFailed;
+        m_ServerExitStatus = ExitFailed;
         Server::send("x \n");
         return true;
     }
@@ -58,7 +52,7 @@ bool ClientOut::onFilePathNameOk(char * /*buffer*/, int & /*position*/, bool con
 bool ClientOut::onSuccess(char * buffer, int & position, bool const & /*hasPayload*/,
                           int & /*messageId*/)
 {
-    m_ServerExitStatus = takeStatus(buffer, position, StatusFailed);
+    m_ServerExitStatus = takeStatus(buffer, position, ExitFailed);
     Server::send("x \n");
     setProgress(90);
     return true;

@@ -18,9 +18,6 @@ using transl_tk::Pool;
 
 namespace {
 
-constexpr unsigned int StatusCompleted = 8;
-constexpr unsigned int StatusCancelled = 9;
-constexpr unsigned int StatusNoOptionsFile = 11;
 constexpr std::size_t CommandSize = 4096;
 
 /// Frees all models at the end of a command.
@@ -74,7 +71,7 @@ template <class Driver> ExitCode conclude(ExchangeRun<Driver> const & run, std::
     unsigned int const status = run.serverExitStatus();
     std::string const words =
         run.serverExitStatusMsg() + " (exit status " + std::to_string(status) + ")";
-    if (status == StatusNoOptionsFile) {
+    if (status == transl_tk::ExitNoOptionsFile) {
         complain(file, words);
         complain(file, "the options of the run could not be written to a temporary directory.");
         return ExchangeFailed;
@@ -84,16 +81,16 @@ template <class Driver> ExitCode conclude(ExchangeRun<Driver> const & run, std::
         complain(file, run.exchangeFailure());
         return ExchangeFailed;
     }
-    if (!run.answered() && status == StatusCompleted) {
+    if (!run.answered() && status == transl_tk::ExitCompleted) {
         complain(file, "the translator ended without an answer; nothing came of the run.");
         return NoAnswer;
     }
-    if (status == StatusCompleted) {
+    if (status == transl_tk::ExitCompleted) {
         std::printf("%s: %s\n", file.c_str(), words.c_str());
         return Success;
     }
     complain(file, words);
-    return status == StatusCancelled ? RunCancelled : RunFailed;
+    return status == transl_tk::ExitCancelled ? RunCancelled : RunFailed;
 }
 
 /// One import; the model stays in the pool.

@@ -2,6 +2,7 @@
 #define KELD_TRANSL_PROCESS_CLIENT_H
 
 #include <keld-transl/process/exec_io.h>
+#include <keld-transl/process/exit_status.h>
 
 #include <memory>
 #include <string>
@@ -74,7 +75,7 @@ public:
     static bool wait(char * buffer, int & position, bool const & hasPayload, int & messageId,
                      void * context);
 
-    /// How the run ended: 8 completed, 9 cancelled, any other number failed.
+    /// How the run ended, an `ExitStatus`: 8 completed, 9 cancelled, any other number failed.
     unsigned int serverExitStatus() const;
     void setServerExitStatus(unsigned int const & status);
 

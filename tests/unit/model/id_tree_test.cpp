@@ -45,6 +45,17 @@ class IdTreePattern : public testing::TestWithParam<Pattern>
 protected:
     static void * valueOf(int id) { return &s_Objects[static_cast<unsigned>(id) % 4096]; }
 
+    /// Enters ids of the pattern into a tree and an ordered map alike.
+    static void fill(IdTree & tree, std::map<int, void *> & expected, unsigned count,
+                     std::mt19937 random)
+    {
+        for (unsigned i = 0; i < count; ++i) {
+            int const id = GetParam().id(i, random);
+            expected.emplace(id, valueOf(id));
+            tree.insert(id, valueOf(id));
+        }
+    }
+
     void expectSame(IdTree const & tree, std::map<int, void *> const & expected)
     {
         ASSERT_EQ(tree.size(), expected.size());
@@ -90,14 +101,9 @@ TEST_P(IdTreePattern, FindsAndWalksWhatAnOrderedMapHolds)
 
 TEST_P(IdTreePattern, FindsTheNeighboursOfAnyId)
 {
-    std::mt19937 random(8);
     IdTree tree;
     std::map<int, void *> expected;
-    for (unsigned i = 0; i < 3000; ++i) {
-        int const id = GetParam().id(i, random);
-        expected.emplace(id, valueOf(id));
-        tree.insert(id, valueOf(id));
-    }
+    fill(tree, expected, 3000, std::mt19937(8));
     std::vector<int> probes = {INT_MIN, INT_MAX, 0, -1, 1};
     for (auto const & [id, value] : expected) {
         probes.push_back(id);
@@ -123,14 +129,9 @@ TEST_P(IdTreePattern, FindsTheNeighboursOfAnyId)
 
 TEST_P(IdTreePattern, CopiesItsEntriesInBatches)
 {
-    std::mt19937 random(12);
     IdTree tree;
     std::map<int, void *> expected;
-    for (unsigned i = 0; i < 3000; ++i) {
-        int const id = GetParam().id(i, random);
-        expected.emplace(id, valueOf(id));
-        tree.insert(id, valueOf(id));
-    }
+    fill(tree, expected, 3000, std::mt19937(12));
     std::vector<std::pair<int, void *>> copied;
     IdTree::Entry batch[77];
     for (long long next = INT_MIN; next <= INT_MAX;) {
@@ -173,14 +174,9 @@ TEST_P(IdTreePattern, StaysRightWhileEntriesComeAndGo)
 
 TEST_P(IdTreePattern, ACopyIsATreeOfItsOwn)
 {
-    std::mt19937 random(10);
     IdTree tree;
     std::map<int, void *> expected;
-    for (unsigned i = 0; i < 1000; ++i) {
-        int const id = GetParam().id(i, random);
-        expected.emplace(id, valueOf(id));
-        tree.insert(id, valueOf(id));
-    }
+    fill(tree, expected, 1000, std::mt19937(10));
     IdTree const copy(tree);
     for (auto const & [id, value] : expected)
         tree.erase(id);

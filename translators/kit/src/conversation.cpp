@@ -5,6 +5,7 @@
 
 #include <keld-common/file_mapping.h>
 #include <keld-transl/model/pool.h>
+#include <keld-transl/process/exit_status.h>
 #include <keld-transl/process/server.h>
 #include <keld-transl/reporting/logger_policy.h>
 
@@ -17,8 +18,6 @@ using transl_tk::Pool;
 using transl_tk::Server;
 
 namespace {
-
-constexpr int StatusCompleted = 8;
 
 /// What stands behind `verb` in `command`; nothing when it is another command.
 std::optional<std::string> argumentOf(std::string const & command, std::string_view verb)
@@ -180,7 +179,8 @@ void Conversation::receiveModel(std::string const & path, std::string const & si
     printLog(m_Translator.name);
 
     m_Frames.setKey(failure ? transl_tk::FrameExit : transl_tk::FrameSuccess);
-    m_Frames.appendInt(failure ? static_cast<int>(*failure) : StatusCompleted);
+    m_Frames.appendInt(failure ? static_cast<int>(*failure)
+                               : static_cast<int>(transl_tk::ExitCompleted));
     m_Frames.write_fd();
     Pool::destruct();
 }

@@ -1,6 +1,7 @@
 #ifndef KELD_TRANSLATOR_KIT_TRANSLATOR_H
 #define KELD_TRANSLATOR_KIT_TRANSLATOR_H
 
+#include <keld-transl/process/exit_status.h>
 #include <keld-translator-kit/options.h>
 #include <keld-translator-kit/output_file.h>
 #include <keld-translator-kit/run.h>
@@ -31,12 +32,14 @@ namespace translator_kit {
 
 /// Why a run failed: the exit status that the host gets.
 enum class Reason : int {
-    Failed = 0,
-    ExportFailed = 1,
-    UnsupportedFileType = 2,
-    EmptyModel = 3,
-    MissingExportInfo = 5, ///< on import no model and no log goes to the host
-    Cancelled = 9          ///< on import no model and no log goes to the host
+    Failed = transl_tk::ExitFailed,
+    ExportFailed = transl_tk::ExitExportFailed,
+    UnsupportedFileType = transl_tk::ExitUnsupportedFileType,
+    EmptyModel = transl_tk::ExitEmptyModel,
+    /// On import no model and no log goes to the host.
+    MissingExportInfo = transl_tk::ExitMissingExportInfo,
+    /// On import no model and no log goes to the host.
+    Cancelled = transl_tk::ExitCancelled
 };
 
 /// What the functions of a translator throw to end their run: a reason, and words for the user,
