@@ -169,15 +169,15 @@ void FirstReadBareCreate(benchmark::State & state)
 {
     values();
     for ([[maybe_unused]] auto iteration : state)
-        state.SetIterationTime(secondsOfFirst(createAll));
+        bench::setTime(state, secondsOfFirst(createAll));
 }
 
 void FirstRead(benchmark::State & state)
 {
     Writer const writer(SegmentName, createFromIds);
     for ([[maybe_unused]] auto iteration : state)
-        state.SetIterationTime(
-            secondsOfFirst([&] { Server::readSharedMem(SegmentName, writer.size()); }));
+        bench::setTime(state,
+                       secondsOfFirst([&] { Server::readSharedMem(SegmentName, writer.size()); }));
 }
 
 /// Peak memory of a reader, and of a process that makes the same model with the bare calls from

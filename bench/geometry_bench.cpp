@@ -92,15 +92,15 @@ template <Create & create> void FirstReadBareCreate(benchmark::State & state)
     bench::splineValues();
     bench::curveValues();
     for ([[maybe_unused]] auto iteration : state)
-        state.SetIterationTime(secondsOfFirst(create));
+        bench::setTime(state, secondsOfFirst(create));
 }
 
 template <Create & create> void FirstRead(benchmark::State & state)
 {
     Writer const writer(SegmentName, create);
     for ([[maybe_unused]] auto iteration : state)
-        state.SetIterationTime(
-            secondsOfFirst([&] { Server::readSharedMem(SegmentName, writer.size()); }));
+        bench::setTime(state,
+                       secondsOfFirst([&] { Server::readSharedMem(SegmentName, writer.size()); }));
 }
 
 /// Writing in another format: from its own objects, which hold the spline model, into a fresh
@@ -153,12 +153,13 @@ template <class Format> void FormatFirstRead(benchmark::State & state)
     written.map();
     Format::write(source, written.m_Base, static_cast<std::size_t>(size));
     for ([[maybe_unused]] auto iteration : state)
-        state.SetIterationTime(secondsOfFirst([&] {
-            SharedMem segment(SegmentName, size, false);
-            segment.map();
-            // The objects' end is not part of the reading, and the process ends with them.
-            new auto(Format::read(segment.m_Base, static_cast<std::size_t>(size)));
-        }));
+        bench::setTime(state, secondsOfFirst([&] {
+                           SharedMem segment(SegmentName, size, false);
+                           segment.map();
+                           // The objects' end is not part of the reading, and the process ends with
+                           // them.
+                           new auto(Format::read(segment.m_Base, static_cast<std::size_t>(size)));
+                       }));
     written.unmap();
 }
 
