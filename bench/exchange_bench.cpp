@@ -1,6 +1,7 @@
 // What does a model's way through a segment cost, beside one memcpy of its bytes and beside the
 // bare calls that make it?
 
+#include "fresh_process.h"
 #include "stopwatch.h"
 
 #include <keld-common/file_mapping.h>
@@ -9,19 +10,18 @@
 #include <keld-transl/model/pool.h>
 #include <keld-transl/process/server.h>
 
-#include <chrono>
-#include <csignal>
 #include <cstring>
 #include <fstream>
 #include <random>
 #include <string>
-#include <sys/wait.h>
-#include <unistd.h>
 #include <vector>
 
 namespace {
 
+using bench::inFreshProcess;
+using bench::secondsOfFirst;
 using bench::timed;
+using bench::Writer;
 using namespace transl_tk;
 
 constexpr int Count = 5000000;
@@ -153,26 +153,6 @@ double peakMemory()
     return 0;
 }
 
-/// Runs `work` in a process of its own and gives the number that it returns.
-template <class Work> double inFreshProcess(Work work)
-{
-    int ends[2];
-    if (::pipe(ends) != 0)
-        return 0;
-    pid_t const child = ::fork();
-    if (child == 0) {
-        double const result = work();
-        ::_exit(::write(ends[1], &result, sizeof result) == sizeof result ? 0 : 1);
-    }
-    double result = 0;
-    if (::read(ends[0], &result, sizeof result) != sizeof result)
-        result = 0;
-    ::waitpid(child, nullptr, 0);
-    ::close(ends[0]);
-    ::close(ends[1]);
-    return result;
-}
-
 /// Peak of a process of its own that runs `work`.
 template <class Work> double peakOf(Work work)
 {
@@ -184,83 +164,27 @@ template <class Work> double peakOf(Work work)
     });
 }
 
-/// Seconds that `work` takes in a process that has held no model before: the memory of its entities
-/// is touched for the first time, as in a host that reads its first model.
-template <class Work> double secondsOfFirst(Work work)
-{
-    return inFreshProcess([&] {
-        Pool::construct("first");
-        auto const start = std::chrono::steady_clock::now();
-        work();
-        auto const end = std::chrono::steady_clock::now();
-        return std::chrono::duration<double>(end - start).count();
-    });
-}
-
-/// A writer process that holds the segment with a model of `Count` points.
-class Writer
-{
-public:
-    Writer()
-    {
-        int ends[2];
-        if (::pipe(ends) != 0)
-            return;
-        m_Process = ::fork();
-        if (m_Process == 0) {
-            Pool::construct("source");
-            createFromIds();
-            long long const size = Server::writeSharedMem(SegmentName);
-            if (::write(ends[1], &size, sizeof size) != sizeof size)
-                ::_exit(1);
-            for (;;)
-                ::pause();
-        }
-        if (::read(ends[0], &m_Size, sizeof m_Size) != sizeof m_Size)
-            m_Size = 0;
-        ::close(ends[0]);
-        ::close(ends[1]);
-    }
-    Writer(Writer const &) = delete;
-    Writer & operator=(Writer const &) = delete;
-    ~Writer()
-    {
-        ::kill(m_Process, SIGKILL);
-        ::waitpid(m_Process, nullptr, 0);
-        // The name is free with its holder's death; creating and releasing it clears it away.
-        SharedMem last(SegmentName, 1, true);
-        last.map();
-        last.unmap();
-    }
-
-    long long size() const { return m_Size; }
-
-private:
-    pid_t m_Process = -1;
-    long long m_Size = 0;
-};
-
 /// The yardstick of a first reading.
 void FirstReadBareCreate(benchmark::State & state)
 {
     values();
     for ([[maybe_unused]] auto iteration : state)
-        state.SetIterationTime(secondsOfFirst(createAll));
+        bench::setTime(state, secondsOfFirst(createAll));
 }
 
 void FirstRead(benchmark::State & state)
 {
-    Writer const writer;
+    Writer const writer(SegmentName, createFromIds);
     for ([[maybe_unused]] auto iteration : state)
-        state.SetIterationTime(
-            secondsOfFirst([&] { Server::readSharedMem(SegmentName, writer.size()); }));
+        bench::setTime(state,
+                       secondsOfFirst([&] { Server::readSharedMem(SegmentName, writer.size()); }));
 }
 
 /// Peak memory of a reader, and of a process that makes the same model with the bare calls from
 /// values that it computes; the segment counts with the reader's views.
 void ReaderMemory(benchmark::State & state)
 {
-    Writer const writer;
+    Writer const writer(SegmentName, createFromIds);
     for ([[maybe_unused]] auto iteration : state)
         timed(state, [&] {
             double const model = peakOf([] {

@@ -224,6 +224,18 @@ long long FileMappingFree(void)
     return static_cast<long long>(status.f_bavail) * static_cast<long long>(status.f_frsize);
 }
 
+void PrepareViewOfFile(void * address, unsigned long long size)
+{
+#ifdef MADV_POPULATE_WRITE
+    constexpr std::uintptr_t Page = 4096;
+    auto const offset = reinterpret_cast<std::uintptr_t>(address) % Page;
+    ::madvise(static_cast<char *>(address) - offset, size + offset, MADV_POPULATE_WRITE);
+#else
+    (void)address;
+    (void)size;
+#endif
+}
+
 void ReleaseFileMappings(void)
 {
     Registry & known = registry();

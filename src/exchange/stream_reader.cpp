@@ -14,17 +14,6 @@ void StreamReader::string(std::string & text)
     m_At += size;
 }
 
-std::size_t StreamReader::count(std::size_t least)
-{
-    int value = 0;
-    i32(value);
-    if (value < 1)
-        return 0;
-    auto const number = static_cast<std::size_t>(value);
-    require(number, least);
-    return number;
-}
-
 void StreamReader::failAtCount(std::size_t count, std::size_t least) const
 {
     fail("a count of " + std::to_string(count) + " needs at least " +

@@ -71,7 +71,16 @@ public:
     void string(std::string & text);
 
     /// A number of elements that take `least` bytes each or more; 0 for a negative one.
-    std::size_t count(std::size_t least);
+    std::size_t count(std::size_t least)
+    {
+        int value = 0;
+        i32(value);
+        if (value < 1)
+            return 0;
+        auto const number = static_cast<std::size_t>(value);
+        require(number, least);
+        return number;
+    }
 
     /// Fails unless `count` elements of `least` bytes each or more can be left.
     void require(std::size_t count, std::size_t least) const
@@ -85,7 +94,7 @@ public:
     [[noreturn]] void fail(std::string const & reason) const;
 
 private:
-    void bytes(void * target, std::size_t size)
+    [[gnu::always_inline]] void bytes(void * target, std::size_t size)
     {
         if (size > remaining()) [[unlikely]]
             failAtEnd(size);

@@ -70,6 +70,10 @@ KELD_COMMON_EXPORT long long FileMappingSize(void * handle);
 /* Bytes that a new block could hold at this moment. */
 KELD_COMMON_EXPORT long long FileMappingFree(void);
 
+/* Gets the memory of `size` bytes of a view at `address` ready to be written, all at once, which costs
+ * less than a fault at each page. A hint: where the system cannot do it, nothing happens. */
+KELD_COMMON_EXPORT void PrepareViewOfFile(void * address, unsigned long long size);
+
 /* Lets go of every handle of this process, so that no name outlives it; views stay valid. For a
  * process that is about to end without unwinding. */
 KELD_COMMON_EXPORT void ReleaseFileMappings(void);

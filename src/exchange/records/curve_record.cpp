@@ -34,7 +34,7 @@ struct LineBody
         direction = std::to_array(rows[1]);
     }
 
-    template <class Stream> void fields(Stream & stream)
+    template <class Stream> constexpr void fields(Stream & stream)
     {
         interleavedFields(stream, std::array{&point, &direction});
     }
@@ -44,13 +44,6 @@ struct LineBody
         return new ProxyLine(point, direction, std::move(parameterization));
     }
 };
-
-template <class Body, class Sink, class Proxy> void putAs(Sink & sink, Proxy & curve)
-{
-    Body body;
-    body.take(curve);
-    body.fields(sink);
-}
 
 template <class Sink> void putMember(Sink & sink, Curve * curve);
 

@@ -1,6 +1,7 @@
 #ifndef KELD_TRANSL_EXCHANGE_RECORDS_GEOMETRY_FIELDS_H
 #define KELD_TRANSL_EXCHANGE_RECORDS_GEOMETRY_FIELDS_H
 
+#include "exchange/size_counter.h"
 #include "geom/placement.h"
 #include "geom/spline_data.h"
 
@@ -50,6 +51,19 @@ void parameterizationFields(Stream & stream, Values & parameterization)
 {
     enumField(stream, parameterization.m_Form);
     stream.counted(parameterization.m_Values);
+}
+
+/// Puts a body that has the same size in every shape of its kind: takes its fields from the shape
+/// when they are written, and does not look at them when they are counted.
+template <class Body, class Sink, class Proxy> void putAs(Sink & sink, Proxy & shape)
+{
+    if constexpr (Sink::CountsOnly) {
+        sink.records(1, fixedSizeOf<Body>());
+    } else {
+        Body body;
+        body.take(shape);
+        body.fields(sink);
+    }
 }
 
 /// A knot and its multiplicity, as they stand in the stream without a gap.

@@ -25,7 +25,7 @@ template <class Proxy, auto... Getters> struct PlacedBody
                      std::to_array(rows[3])};
     }
 
-    template <class Stream> void fields(Stream & stream)
+    template <class Stream> constexpr void fields(Stream & stream)
     {
         stream.f64(numbers);
         placementFields(stream, placement);

@@ -69,13 +69,6 @@ void splineSurfaceFields(Stream & stream, Surface::Type & form, Data & data)
     knotFields(stream, data.formV.knots);
 }
 
-template <class Body, class Sink, class Proxy> void putAs(Sink & sink, Proxy & surface)
-{
-    Body body;
-    body.take(surface);
-    body.fields(sink);
-}
-
 template <class Sink> void putBody(Sink & sink, ProxyPlane & surface)
 {
     putAs<PlaneBody>(sink, surface);

@@ -23,9 +23,9 @@ TEST(Exports, AreTheFunctionsOfTheHeadersAndNothingElse)
     EXPECT_THAT(names,
                 testing::UnorderedElementsAre(
                     "CloseHandle", "CreateFileMappingA", "FileMappingFree", "FileMappingSize",
-                    "GetLastError", "MapViewOfFile", "OpenFileMappingA", "ReleaseFileMappings",
-                    "ServerEndOk", "ServerFreeOldPath", "ServerGetPtr", "ServerOpen",
-                    "ServerQueryExist", "ServerSendValist", "ServerSetInactive",
+                    "GetLastError", "MapViewOfFile", "OpenFileMappingA", "PrepareViewOfFile",
+                    "ReleaseFileMappings", "ServerEndOk", "ServerFreeOldPath", "ServerGetPtr",
+                    "ServerOpen", "ServerQueryExist", "ServerSendValist", "ServerSetInactive",
                     "ServerSetLumoRunning", "ServerSetOldPath", "ServerShutdownAndClosePipes",
                     "TranslatorAttach", "UnmapViewOfFile", "crash_report_get_filename",
                     "enableDatabaseStorage", "envexists_utf8", "getCurrentProcessId", "get_tmp_dir",
