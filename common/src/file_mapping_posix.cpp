@@ -224,15 +224,17 @@ long long FileMappingFree(void)
     return static_cast<long long>(status.f_bavail) * static_cast<long long>(status.f_frsize);
 }
 
-void PrepareViewOfFile(void * address, unsigned long long size)
+void PrepareViewOfFile(void const * address, unsigned long long size, int forWriting)
 {
 #ifdef MADV_POPULATE_WRITE
     constexpr std::uintptr_t Page = 4096;
     auto const offset = reinterpret_cast<std::uintptr_t>(address) % Page;
-    ::madvise(static_cast<char *>(address) - offset, size + offset, MADV_POPULATE_WRITE);
+    ::madvise(static_cast<char *>(const_cast<void *>(address)) - offset, size + offset,
+              forWriting != 0 ? MADV_POPULATE_WRITE : MADV_POPULATE_READ);
 #else
     (void)address;
     (void)size;
+    (void)forWriting;
 #endif
 }
 

@@ -1,5 +1,6 @@
 #include "exchange/stream_reader.h"
 
+#include "exchange/populate.h"
 #include "exchange/stream_error.h"
 
 namespace transl_tk {
@@ -7,11 +8,19 @@ namespace transl_tk {
 void StreamReader::string(std::string & text)
 {
     std::size_t const size = count(1);
+    need(size);
     void const * const nul = std::memchr(m_At, 0, size);
     text.assign(m_At, nul != nullptr
                           ? static_cast<std::size_t>(static_cast<char const *>(nul) - m_At)
                           : size);
     m_At += size;
+}
+
+void StreamReader::populateFor(std::size_t size)
+{
+    if (size > remaining())
+        failAtEnd(size);
+    m_Populated = m_At + populate(m_At, size, remaining(), Access::Read);
 }
 
 void StreamReader::failAtCount(std::size_t count, std::size_t least) const

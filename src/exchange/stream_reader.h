@@ -24,7 +24,7 @@ public:
 
     StreamReader(SharedMem & segment, ReadSession & session)
         : m_Segment(segment), m_Session(session), m_Base(static_cast<char const *>(segment.m_Base)),
-          m_At(m_Base + segment.m_Index), m_End(m_Base + segment.m_Size)
+          m_At(m_Base + segment.m_Index), m_Populated(m_At), m_End(m_Base + segment.m_Size)
     {}
     StreamReader(StreamReader const &) = delete;
     StreamReader & operator=(StreamReader const &) = delete;
@@ -96,12 +96,19 @@ public:
 private:
     [[gnu::always_inline]] void bytes(void * target, std::size_t size)
     {
-        if (size > remaining()) [[unlikely]]
-            failAtEnd(size);
+        need(size);
         if (size != 0)
             std::memcpy(target, m_At, size);
         m_At += size;
     }
+    /// Fails unless `size` bytes are left. The cursor never goes beyond what was populated, and
+    /// that never beyond the end, so that one compare does for both.
+    void need(std::size_t size)
+    {
+        if (size > static_cast<std::size_t>(m_Populated - m_At)) [[unlikely]]
+            populateFor(size);
+    }
+    void populateFor(std::size_t size);
     [[noreturn]] void failAtEnd(std::size_t size) const;
     [[noreturn]] void failAtCount(std::size_t count, std::size_t least) const;
 
@@ -109,6 +116,7 @@ private:
     ReadSession & m_Session;
     char const * m_Base;
     char const * m_At;
+    char const * m_Populated; ///< end of the part that has been populated
     char const * m_End;
     char const * m_SectionName = "";
     int m_Section = 0;

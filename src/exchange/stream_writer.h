@@ -1,6 +1,8 @@
 #ifndef KELD_TRANSL_EXCHANGE_STREAM_WRITER_H
 #define KELD_TRANSL_EXCHANGE_STREAM_WRITER_H
 
+#include "exchange/populate.h"
+
 #include <keld-transl/exchange/shared_mem.h>
 
 #include <array>
@@ -24,7 +26,7 @@ public:
 
     explicit StreamWriter(SharedMem & segment)
         : m_Segment(segment), m_At(static_cast<char *>(segment.m_Base) + segment.m_Index),
-          m_Prepared(m_At), m_End(static_cast<char *>(segment.m_Base) + segment.m_Size)
+          m_Populated(m_At), m_End(static_cast<char *>(segment.m_Base) + segment.m_Size)
     {}
     StreamWriter(StreamWriter const &) = delete;
     StreamWriter & operator=(StreamWriter const &) = delete;
@@ -73,20 +75,17 @@ private:
     void bytes(void const * source, std::size_t size)
     {
         assert(size <= static_cast<std::size_t>(m_End - m_At));
-        if (size > static_cast<std::size_t>(m_Prepared - m_At)) [[unlikely]]
-            prepare(size);
+        if (size > static_cast<std::size_t>(m_Populated - m_At)) [[unlikely]]
+            m_Populated =
+                m_At + populate(m_At, size, static_cast<std::size_t>(m_End - m_At), Access::Write);
         if (size != 0)
             std::memcpy(m_At, source, size);
         m_At += size;
     }
 
-    /// Gets the memory for the next bytes, and a good piece more, in one go: much cheaper than page
-    /// by page as the stores come to them.
-    void prepare(std::size_t size);
-
     SharedMem & m_Segment;
     char * m_At;
-    char * m_Prepared; ///< end of the part whose memory is known to be there
+    char * m_Populated; ///< end of the part that has been populated
     char * m_End;
 };
 

@@ -70,9 +70,11 @@ KELD_COMMON_EXPORT long long FileMappingSize(void * handle);
 /* Bytes that a new block could hold at this moment. */
 KELD_COMMON_EXPORT long long FileMappingFree(void);
 
-/* Gets the memory of `size` bytes of a view at `address` ready to be written, all at once, which costs
- * less than a fault at each page. A hint: where the system cannot do it, nothing happens. */
-KELD_COMMON_EXPORT void PrepareViewOfFile(void * address, unsigned long long size);
+/* Maps `size` bytes of a view at `address` ahead of their first use, which costs less than a fault at
+ * each page: for stores when `forWriting` is not 0, else for loads. A hint: where the system cannot do
+ * it, nothing happens. */
+KELD_COMMON_EXPORT void PrepareViewOfFile(void const * address, unsigned long long size,
+                                          int forWriting);
 
 /* Lets go of every handle of this process, so that no name outlives it; views stay valid. For a
  * process that is about to end without unwinding. */

@@ -48,12 +48,13 @@ TEST_F(FileMapping, PreparingAViewChangesNoByte)
     void * const handle = create(20000);
     char * const view = map(handle, 20000);
     std::memset(view, 'a', 10000);
-    PrepareViewOfFile(view + 5001, 14999);
+    PrepareViewOfFile(view + 5001, 14999, 0);
+    PrepareViewOfFile(view + 5001, 14999, 1);
     EXPECT_EQ(std::count(view, view + 10000, 'a'), 10000);
     EXPECT_EQ(std::count(view + 10000, view + 20000, '\0'), 10000);
     UnmapViewOfFile(view);
     // A view that is gone is no fault.
-    PrepareViewOfFile(view, 20000);
+    PrepareViewOfFile(view, 20000, 1);
     CloseHandle(handle);
 }
 
