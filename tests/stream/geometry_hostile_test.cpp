@@ -149,6 +149,7 @@ TEST_F(HostileGeometry, ANegativeProductOfPointCountsIsRefused)
 
 TEST_F(HostileGeometry, NegativeCountsReadAsNone)
 {
+    currentSubPool().clear();
     ByteString spline;
     spline.i32(2).i32(0).i32(-1).i32(3).zeros(3).i32(-1).i32(-1);
     read(records::model(Curves,
@@ -203,10 +204,10 @@ ByteString nestedComposites(int depth)
 
 TEST_F(HostileGeometry, CompositesAreReadToADepthOf64)
 {
+    currentSubPool().clear();
     onSmallStack([] { read(records::model(Curves, {records::carried(1, nestedComposites(64))})); });
     EXPECT_EQ(Server::exchangeFailure(), "");
     EXPECT_EQ(countOf(&SubPool::m_Curves3D), 1U);
-    currentSubPool().clear();
 }
 
 TEST_F(HostileGeometry, DeeperCompositesAreRefused)
