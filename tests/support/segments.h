@@ -4,6 +4,8 @@
 #include <keld-common/file_mapping.h>
 #include <keld-transl/exchange/shared_mem.h>
 
+#include <bit>
+#include <cstdint>
 #include <cstring>
 #include <string>
 #include <unistd.h>
@@ -62,6 +64,21 @@ public:
             m_Bytes.push_back(static_cast<unsigned char>(static_cast<unsigned>(value) >> shift));
         return *this;
     }
+    ByteString & u8(int value)
+    {
+        m_Bytes.push_back(static_cast<unsigned char>(value));
+        return *this;
+    }
+    /// Doubles in a row, each by its bits, the least significant byte first.
+    ByteString & f64(std::vector<double> const & values)
+    {
+        for (double const value : values)
+            for (int shift = 0; shift < 64; shift += 8)
+                m_Bytes.push_back(
+                    static_cast<unsigned char>(std::bit_cast<std::uint64_t>(value) >> shift));
+        return *this;
+    }
+    ByteString & raw(ByteString const & other) { return raw(other.m_Bytes); }
     ByteString & raw(Bytes const & bytes)
     {
         m_Bytes.insert(m_Bytes.end(), bytes.begin(), bytes.end());
