@@ -2,6 +2,9 @@
 // kit.
 //
 //   succeed.*          make three points, with all kinds of messages on the way
+//   geometry.*         make no points but carriers, as kit_geometry.h says
+//   controls.*         log words with control characters
+//   letters.*          log words with bytes that are none, be they text or not
 //   fail-<status>.*    throw a Failure with that status, after one point and a warning
 //   throw-standard.*   throw a standard exception
 //   throw-memory.*     run out of memory
@@ -11,6 +14,8 @@
 //   write-and-<what>.* on export: write half of a file, then "fail", "work" or "die"
 //   options.*          tell the options "text", "integer", "number" and "flag" in the log
 //   flood.*            tell its progress a hundred thousand times
+#include "process/kit_geometry.h"
+
 #include <keld-transl/model/point3d.h>
 #include <keld-translator-kit/translator.h>
 
@@ -68,6 +73,13 @@ void doAsNamed(std::string const & path, Run & run)
         run.warning("a warning");
         run.error("an error");
         run.progress(100);
+    } else if (name == "controls") {
+        run.message("\x1b[2J\a \x01\x1f\x7f\r\t");
+        run.warning("two\nlines");
+        run.message("C1 \xc2\x80\xc2\x9b"
+                    "31m\xc2\x9f");
+    } else if (name == "letters") {
+        run.message(" ~\\ \xc2\xa0 \xc3\xa4 \xe2\x82\xac \xff\xc0\xc2 \xc2");
     } else if (name.compare(0, 5, "fail-") == 0) {
         run.warning("a warning");
         throw Failure(static_cast<Reason>(std::stoi(name.substr(5))), "as the name says");
@@ -91,6 +103,8 @@ void doAsNamed(std::string const & path, Run & run)
 
 void readFile(std::string const & path, Run & run)
 {
+    if (std::filesystem::path(path).stem() == "geometry")
+        return tests::makeCountedGeometry();
     for (int i = 1; i <= 3; ++i)
         transl_tk::Point3D::create(0, i, 0, 0);
     doAsNamed(path, run);

@@ -1,13 +1,17 @@
 #include "model_summary.h"
 
 #include <keld-transl/model/point3d.h>
-#include <keld-transl/reporting/logger_policy.h>
+#include <keld-transl/reporting/logger.h>
+#include <keld-transl/topology/curve3d.h>
+#include <keld-transl/topology/surface.h>
 
 #include <algorithm>
 #include <charconv>
 #include <cstdio>
 #include <limits>
+#include <map>
 #include <string>
+#include <string_view>
 
 namespace keld {
 
@@ -39,6 +43,64 @@ constexpr struct
     {"annotations", &SubPool::m_Annotations},
 };
 
+struct ShapeKind
+{
+    int type;
+    char const * name;
+};
+
+/// Stands for the type of a shape that is not there; no kind has this number.
+constexpr int NoShape = 0;
+
+constexpr ShapeKind CurveKinds[] = {
+    {geom::Curve::Type::Line, "lines"},
+    {geom::Curve::Type::Circle, "circles"},
+    {geom::Curve::Type::Ellipse, "ellipses"},
+    {geom::Curve::Type::BSplineCurve, "B-spline curves"},
+    {geom::Curve::Type::LineStrip, "line strips"},
+    {geom::Curve::Type::CompositeCurve, "composite curves"},
+    {NoShape, "without geometry"},
+};
+
+constexpr ShapeKind SurfaceKinds[] = {
+    {geom::Surface::Type::Plane, "planes"},
+    {geom::Surface::Type::Cylinder, "cylinders"},
+    {geom::Surface::Type::Cone, "cones"},
+    {geom::Surface::Type::Sphere, "spheres"},
+    {geom::Surface::Type::Torus, "tori"},
+    {geom::Surface::Type::BSpline, "B-spline surfaces"},
+    {geom::Surface::Type::Revolution, "surfaces of revolution"},
+    {geom::Surface::Type::LinearExtrusion, "surfaces of linear extrusion"},
+    {geom::Surface::Type::Ruled, "ruled surfaces"},
+    {geom::Surface::Type::Offset, "offset surfaces"},
+    {NoShape, "without geometry"},
+};
+
+int typeOfCurve(transl_tk::Base * entity)
+{
+    auto * const curve = static_cast<transl_tk::Curve3D *>(entity)->getCurve();
+    return curve != nullptr ? curve->getType() : NoShape;
+}
+
+int typeOfSurface(transl_tk::Base * entity)
+{
+    auto * const surface = static_cast<transl_tk::Surface *>(entity)->getSurface();
+    return surface != nullptr ? surface->getType() : NoShape;
+}
+
+template <std::size_t Count>
+void printShapeKinds(EntityStore const & carriers, ShapeKind const (&kinds)[Count],
+                     int (*typeOf)(transl_tk::Base *))
+{
+    std::map<int, std::size_t> counts;
+    carriers.m_Entities.forEach([&](int, transl_tk::Base * carrier) { ++counts[typeOf(carrier)]; });
+    for (ShapeKind const & kind : kinds) {
+        std::size_t const count = counts[kind.type];
+        if (count > 0)
+            std::printf("    %-30s%zu\n", kind.name, count);
+    }
+}
+
 std::string text(double number)
 {
     char digits[32];
@@ -61,6 +123,41 @@ void printLine(char const * name, std::string const & value)
     std::printf("  %-20s%s\n", name, value.c_str());
 }
 
+/// A list of a log that does not echo to the console.
+constexpr int SilentList = 6;
+
+/// How many bytes at `position` are one character that makes a terminal act instead of showing
+/// something: 1, 2 for the controls from U+0080 on, or 0.
+std::size_t controlLength(std::string_view words, std::size_t position)
+{
+    auto const byte = [&](std::size_t index) {
+        return index < words.size() ? static_cast<unsigned char>(words[index]) : 0U;
+    };
+    unsigned int const first = byte(position);
+    if (first < 0x20 || first == 0x7F)
+        return 1;
+    unsigned int const second = byte(position + 1);
+    return first == 0xC2 && second >= 0x80 && second < 0xA0 ? 2 : 0;
+}
+
+/// The words of a log entry with each byte of a control character as \xNN. Bytes that are no UTF-8
+/// stay.
+std::string withoutControls(std::string_view words)
+{
+    constexpr char Digits[] = "0123456789abcdef";
+    std::string result;
+    for (std::size_t i = 0; i < words.size();) {
+        std::size_t const length = controlLength(words, i);
+        if (length == 0)
+            result += words[i++];
+        for (std::size_t const end = i + length; i < end; ++i) {
+            auto const byte = static_cast<unsigned char>(words[i]);
+            result += {'\\', 'x', Digits[byte >> 4], Digits[byte & 0xF]};
+        }
+    }
+    return result;
+}
+
 } // namespace
 
 void printSummary(SubPool const & model)
@@ -70,6 +167,10 @@ void printSummary(SubPool const & model)
         std::size_t const count = (model.*kind.store).m_Entities.size();
         if (count > 0)
             printLine(kind.name, std::to_string(count));
+        if (kind.store == &SubPool::m_Curves3D)
+            printShapeKinds(model.m_Curves3D, CurveKinds, typeOfCurve);
+        if (kind.store == &SubPool::m_Surfaces)
+            printShapeKinds(model.m_Surfaces, SurfaceKinds, typeOfSurface);
         empty = empty && count == 0;
     }
     if (empty)
@@ -104,11 +205,21 @@ void printPoints(SubPool const & model, long long limit)
 
 void printLog(SubPool & model)
 {
-    for (int list = 1; list <= 6; ++list) {
-        std::string const entries =
-            model._logger()->GetEntriesOfType(list, cad::ILoggerPolicy::Any, true, false);
-        std::fwrite(entries.data(), 1, entries.size(), stderr);
-    }
+    // A log of its own gives the entries the form that they have in any other.
+    transl_tk::Logger printable;
+    for (int list = 1; list <= 6; ++list)
+        model._logger()->for_each_entry(
+            list,
+            [](char const * words, cad::ILoggerPolicy::SubType const & subType, bool const & show,
+               void * target) {
+                static_cast<transl_tk::Logger *>(target)->addEntry(withoutControls(words).c_str(),
+                                                                   SilentList, subType, show);
+                return true;
+            },
+            &printable);
+    std::string const entries =
+        printable.GetEntriesOfType(SilentList, cad::ILoggerPolicy::Any, true, false);
+    std::fwrite(entries.data(), 1, entries.size(), stderr);
 }
 
 } // namespace keld
