@@ -297,7 +297,7 @@ TEST_F(GeometryStream, AnyGeometryArrivesInAnotherProcessBitForBit)
     // The same models in every run, unless the one who runs it asks for others.
     char const * const asked = std::getenv("RC_PARAMS");
     ScopedEnvironment const parameters("RC_PARAMS",
-                                       asked != nullptr ? asked : "seed=20 max_success=1000");
+                                       asked != nullptr ? asked : "seed=20 max_success=300");
     constexpr double DecisionsPerSize = 8;
     EXPECT_TRUE(rc::check("geometry travels bit for bit", [] {
         travels(
