@@ -34,17 +34,9 @@ struct Placement
 };
 
 /// The placement of curves and surfaces: the third axis is the first one times the second one, of
-/// whatever lengths and directions these are.
-inline Placement placed(double const (&location)[3], double const (&first)[3],
-                        double const (&second)[3])
-{
-    return {std::to_array(location),
-            std::to_array(first),
-            std::to_array(second),
-            {first[1] * second[2] - first[2] * second[1],
-             first[2] * second[0] - first[0] * second[2],
-             first[0] * second[1] - first[1] * second[0]}};
-}
+/// whatever lengths and directions these are. One function for all that make shapes, so that they
+/// agree in every bit, those of a NaN included.
+Placement placed(double const (&location)[3], double const (&first)[3], double const (&second)[3]);
 
 /// The half of a hidden class that all kinds with a placement share.
 template <class Base> class Placed : public Base

@@ -70,9 +70,9 @@ KELD_COMMON_EXPORT long long FileMappingSize(void * handle);
 /* Bytes that a new block could hold at this moment. */
 KELD_COMMON_EXPORT long long FileMappingFree(void);
 
-/* Maps `size` bytes of a view at `address` ahead of their first use, which costs less than a fault at
- * each page: for stores when `forWriting` is not 0, else for loads. A hint: where the system cannot do
- * it, nothing happens. */
+/* Maps `size` bytes of a view at `address` ahead of their first use, which costs less than a fault
+ * at each page: for stores when `forWriting` is not 0, else for loads. A hint: where the system
+ * cannot do it, nothing happens. */
 KELD_COMMON_EXPORT void PrepareViewOfFile(void const * address, unsigned long long size,
                                           int forWriting);
 
