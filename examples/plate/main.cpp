@@ -18,8 +18,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-extern char ** environ;
-
 namespace {
 
 using transl_tk::Pool;
@@ -53,7 +51,7 @@ std::string readAll(int pipe)
 int readPlate(char const * segment, char const * size)
 {
     Pool::construct("received");
-    Server::readSharedMem(segment, std::atoll(size));
+    Server::readSharedMem(segment, std::strtoll(size, nullptr, 10));
     bool const good = exchanged("reading the model");
     if (good)
         std::fputs(currentGeometry().c_str(), stdout);
