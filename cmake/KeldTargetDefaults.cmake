@@ -13,7 +13,8 @@ function(keld_target_defaults target)
     VISIBILITY_INLINES_HIDDEN ON)
   target_compile_options(${target} PRIVATE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wnon-virtual-dtor
-    -Wold-style-cast -Woverloaded-virtual -Wcast-align -Wformat=2 -Werror -Wno-restrict
+    -Wold-style-cast -Woverloaded-virtual -Wcast-align -Wformat=2 -Werror
+    $<$<AND:$<CXX_COMPILER_ID:GNU>,$<CONFIG:Release>>:-Wno-restrict>
     -ffp-contract=off
     -fno-semantic-interposition)
   if(KELD_SANITIZE)
