@@ -69,11 +69,6 @@ int EntityTable::largest() const noexcept
     return m_Tree->largest();
 }
 
-EntityTable::size_type EntityTable::memory() const noexcept
-{
-    return m_Tree->memory();
-}
-
 void EntityTable::walk(void (*visit)(void *, int, void *), void * context) const
 {
     m_Tree->walk(visit, context);

@@ -110,9 +110,6 @@ public:
             const_cast<void *>(static_cast<void const *>(&visit)));
     }
 
-    /// Bytes of memory that the table itself takes, entities not counted.
-    size_type memory() const noexcept;
-
 private:
     friend struct TableAccess;
 
