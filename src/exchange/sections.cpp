@@ -14,7 +14,7 @@ namespace {
 /// The content of a section of which this library knows no records yet.
 struct NoRecords
 {
-    template <class Sink> static void put(Sink & sink, SubPool &) { sink.count(0); }
+    template <class Sink> static void put(Sink & sink, ModelContent const &) { sink.count(0); }
 
     static void read(StreamReader & reader, ReadSession &)
     {

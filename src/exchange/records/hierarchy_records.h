@@ -1,0 +1,139 @@
+#ifndef KELD_TRANSL_EXCHANGE_RECORDS_HIERARCHY_RECORDS_H
+#define KELD_TRANSL_EXCHANGE_RECORDS_HIERARCHY_RECORDS_H
+
+#include "exchange/records/node_record.h"
+#include "exchange/section.h"
+#include "product/proxy_assembly.h"
+#include "product/proxy_instance.h"
+#include "product/proxy_part.h"
+
+#include <string>
+
+namespace transl_tk {
+
+/// Puts the units of a component. The angular type is not among them: the length type stands in
+/// its place a second time, and becomes the angular type of the reader's units.
+template <class Sink> void putUnits(Sink & sink, Units & units)
+{
+    sink.i32(units.getLengthType());
+    sink.f64(units.getLengthScale());
+    sink.i32(units.getLengthType());
+    sink.f64(units.getAngularScale());
+}
+
+/// Puts whether the transform equals the identity, and its sixteen numbers when it does not.
+template <class Sink> void putTransform(Sink & sink, ProxyHierarchy const & hierarchy)
+{
+    std::array<double, 16> const * const matrix = hierarchy.transform();
+    bool const identity = matrix == nullptr || isIdentity(*matrix);
+    sink.u8(identity);
+    if (!identity)
+        sink.f64(*matrix);
+}
+
+/// The assemblies: id, name, two labels, units, transform, and the ids of the children, counted.
+struct AssembliesContent
+{
+    using Entity = Assembly;
+    static constexpr EntityStore SubPool::*Store = &SubPool::m_Hierarchies;
+
+    template <class Sink> static void put(Sink & sink, ModelContent const & model)
+    {
+        sink.count(model.assemblies.size());
+        for (Assembly * const entity : model.assemblies) {
+            auto & assembly = static_cast<ProxyAssembly &>(*entity);
+            sink.i32(assembly.getId());
+            sink.string(assembly.m_Name);
+            sink.string(assembly.m_FirstLabel);
+            sink.string(assembly.m_SecondLabel);
+            putUnits(sink, *assembly.m_Units);
+            putTransform(sink, assembly);
+            assembly.children().withNumbers([&](auto const & children) {
+                sink.count(children.size());
+                if constexpr (Sink::CountsOnly)
+                    sink.records(children.size(), 4);
+                else
+                    for (HierarchyRef const & child : children)
+                        sink.i32(child.id);
+            });
+        }
+    }
+
+    /// Notes the children, which stand further on in the stream, for `ReadSession::commit`.
+    static void read(StreamReader & reader, ReadSession & session);
+};
+
+/// The parts: id, name, three labels, units, parameter tree, transform, and eight lists of ids,
+/// each counted.
+struct PartsContent
+{
+    using Entity = Part;
+    static constexpr EntityStore SubPool::*Store = &SubPool::m_Hierarchies;
+
+    template <class Sink> static void put(Sink & sink, ModelContent const & model)
+    {
+        sink.count(model.parts.size());
+        for (Part * const entity : model.parts) {
+            auto & part = static_cast<ProxyPart &>(*entity);
+            sink.i32(part.getId());
+            sink.string(part.m_Name);
+            sink.string(part.m_FirstLabel);
+            sink.string(part.m_SecondLabel);
+            sink.string(part.m_PartLabel);
+            putUnits(sink, *part.m_Units);
+            NodeWriter(sink).put(part.getNodeTree());
+            putTransform(sink, part);
+            putListed(sink, part.m_Bodies);
+            putListed(sink, part.m_Points);
+            putListed(sink, part.m_SpotWelds);
+            putListed(sink, part.m_CartesianCoords);
+            putListed(sink, part.m_TriStrips);
+            putListed(sink, part.m_Curves);
+            putListed(sink, part.m_Edges);
+            putListed(sink, part.m_Annotations);
+        }
+    }
+
+    static void read(StreamReader & reader, ReadSession & session);
+    static void undo(Base * entity) { static_cast<ProxyPart *>(entity)->destroyAlone(); }
+
+private:
+    template <class Sink, class Contents>
+    static void putListed(Sink & sink, Contents const & contents)
+    {
+        std::size_t living = 0;
+        contents.forEachLivingId([&](int) { ++living; });
+        sink.count(living);
+        if constexpr (Sink::CountsOnly)
+            sink.records(living, 4);
+        else
+            contents.forEachLivingId([&](int id) { sink.i32(id); });
+    }
+};
+
+/// The instances: id, the component's id, transform.
+struct InstancesContent
+{
+    using Entity = Instance;
+    static constexpr EntityStore SubPool::*Store = &SubPool::m_Hierarchies;
+
+    template <class Sink> static void put(Sink & sink, ModelContent const & model)
+    {
+        sink.count(model.instances.size());
+        for (Instance * const entity : model.instances) {
+            auto & instance = static_cast<ProxyInstance &>(*entity);
+            sink.i32(instance.getId());
+            if constexpr (Sink::CountsOnly)
+                sink.records(1, 4);
+            else
+                sink.i32(instance.componentId());
+            putTransform(sink, instance);
+        }
+    }
+
+    static void read(StreamReader & reader, ReadSession & session);
+};
+
+} // namespace transl_tk
+
+#endif
