@@ -55,6 +55,7 @@
 #include <keld-transl/topology/curve3d.h>
 #include <keld-transl/topology/spot_weld.h>
 #include <keld-transl/topology/surface.h>
+#include <keld-transl/topology/tri_strip.h>
 #include <keld-transl/topology/uv_curve.h>
 
 #endif

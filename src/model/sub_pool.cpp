@@ -9,6 +9,7 @@
 #include <keld-transl/topology/curve3d.h>
 #include <keld-transl/topology/spot_weld.h>
 #include <keld-transl/topology/surface.h>
+#include <keld-transl/topology/tri_strip.h>
 #include <keld-transl/topology/uv_curve.h>
 
 #include <algorithm>
@@ -81,6 +82,7 @@ void SubPool::clear()
     destroyAll<Surface>(m_Surfaces);
     destroyAll<UVCurve>(m_UVCurves);
     destroyAll<Curve3D>(m_Curves3D);
+    destroyAll<TriStrip>(m_TriStrips);
     destroyAll<Point3D>(m_Points);
     destroyAll<SpotWeld>(m_SpotWelds);
     destroyAll<CartesianCoord>(m_CartesianCoords);
