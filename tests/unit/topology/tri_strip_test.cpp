@@ -251,13 +251,14 @@ TEST_F(TriStripTest, LeavesArraysUntouchedWhenItIsNotMadeOfThem)
 {
     TriStripData data;
     data.vertices = geom::Array<float>(12);
-    EXPECT_EQ(createTriStrip(0, std::move(data)), nullptr);
-    EXPECT_TRUE(table().empty());
-    data.vertexCount = 4;
-    bare(7);
     float const * const vertices = data.vertices.data();
-    EXPECT_EQ(createTriStrip(7, std::move(data)), nullptr);
-    EXPECT_EQ(data.vertices.data(), vertices); // NOLINT(bugprone-use-after-move)
+    auto const make = [&data] { return createTriStrip(7, std::move(data)); };
+    EXPECT_EQ(make(), nullptr); // without vertices, as the count has it
+    EXPECT_TRUE(table().empty());
+    bare(7);
+    data.vertexCount = 4;
+    EXPECT_EQ(make(), nullptr);
+    EXPECT_EQ(data.vertices.data(), vertices);
     EXPECT_EQ(data.vertices.size(), 12U);
     EXPECT_EQ(data.vertexCount, 4);
 }
@@ -270,22 +271,29 @@ TEST_F(TriStripTest, GoesWithTheModel)
     EXPECT_TRUE(table().empty());
 }
 
-/// A strip and a point that tell of their end.
-class TellingStrip final : public TriStrip
+/// A strip that tells of its end, and has indices but a negative count of them.
+class ForeignStrip final : public TriStrip
 {
 public:
-    TellingStrip(int id, std::vector<char const *> & ends) : TriStrip(id), m_Ends(ends) {}
-    ~TellingStrip() override { m_Ends.push_back("strip"); }
+    ForeignStrip(int id, std::vector<char const *> & ends) : TriStrip(id), m_Ends(ends) {}
+    ~ForeignStrip() override { m_Ends.push_back("strip"); }
 
     int getEntityKind() override { return EntityKindTriStrip; }
-    void getData(float *&, unsigned char *&, int &, float *&, int &, int *&, int &) override {}
+    void getData(float *&, unsigned char *&, int &, float *&, int &, int *& indices,
+                 int & indexCount) override
+    {
+        indices = m_Indices;
+        indexCount = -3;
+    }
     bool getStripFlag() override { return false; }
     void setColor(unsigned char const (&)[3]) override {}
 
 private:
     std::vector<char const *> & m_Ends;
+    int m_Indices[3] = {0, 1, 2};
 };
 
+/// A point that tells of its end.
 class TellingPoint final : public Point3D
 {
 public:
@@ -303,9 +311,18 @@ TEST_F(TriStripTest, EndsBeforeThePointsWhenTheModelIsEmptied)
 {
     std::vector<char const *> ends;
     createEntity<TellingPoint>(&SubPool::m_Points, 0, ends);
-    createEntity<TellingStrip>(&SubPool::m_TriStrips, 0, ends);
+    createEntity<ForeignStrip>(&SubPool::m_TriStrips, 0, ends);
     Pool::getInstance()->clear();
     EXPECT_EQ(ends, (std::vector<char const *>{"strip", "point"}));
+}
+
+TEST_F(TriStripTest, ContentHasNoNegativeCounts)
+{
+    std::vector<char const *> ends;
+    auto * const strip = createEntity<ForeignStrip>(&SubPool::m_TriStrips, 0, ends);
+    EXPECT_NE(contentOf(*strip).indices, nullptr);
+    EXPECT_EQ(contentOf(*strip).indexCount, 0);
+    TriStrip::destruct(strip);
 }
 
 TEST_F(TriStripTest, IsOfKindThirteen)
