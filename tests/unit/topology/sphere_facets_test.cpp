@@ -127,7 +127,7 @@ TEST_F(SphereFacets, AreNotStartedWhenTheIdIsTaken)
     EXPECT_EQ(tests::currentSubPool().m_TriStrips.m_Entities.lookup(1), m_Strip);
 }
 
-TEST_F(SphereFacets, LatitudeStripsHaveABandForEveryHalfOfTheRadiusAndTenAtLeast)
+TEST_F(SphereFacets, LatitudeStripsHaveTwoBandsForEveryWholeUnitOfTheRadiusAndTenAtLeast)
 {
     // n bands of 2n + 2 vertices, and 2n - 2 doubled ones.
     std::map<double, int> const expected = {{1.0, 238},   {4.9, 238},  {5.0, 238}, {5.9, 238},
