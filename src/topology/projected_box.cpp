@@ -24,10 +24,10 @@ double squaredDistance(Triple const & a, Triple const & b)
 Triple directionTo(Triple const & point, Triple const & origin)
 {
     Triple direction = {point[0] - origin[0], point[1] - origin[1], point[2] - origin[2]};
-    double const squared = squaredDistance(point, origin);
-    if (squared != 0)
+    double const length = std::sqrt(squaredDistance(point, origin));
+    if (length != 0)
         for (double & component : direction)
-            component /= std::sqrt(squared);
+            component /= length;
     return direction;
 }
 

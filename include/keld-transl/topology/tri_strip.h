@@ -29,7 +29,7 @@ public:
     /// Makes a mesh of the current sub-pool from copies of the arrays: three floats for each vertex
     /// and normal, and three bytes, red, green and blue, for each vertex. `colours`, `normals` and
     /// `indices` may be null. Normals and indices whose count is not positive are not copied. The
-    /// counts are kept as given all the same, and `flag` is kept and transported, nothing else.
+    /// counts are kept as given all the same, and `flag` is kept and transported, no more.
     ///
     /// Null when `vertices` is null, when `vertexCount` is below 1, or when `id` is taken; see
     /// `Base` for the rules of ids.
@@ -40,11 +40,12 @@ public:
 
     /// Makes the mesh of a sphere, with a normal and `colour` at every vertex.
     ///
-    /// `LatitudeStrips` grows finer with the radius, in whatever units that is: a band for every
-    /// half, and never fewer than 10. `ProjectedBox` always has 488 vertices and 972 triangles that
-    /// face outward. A sphere of no radius has all vertices on its centre and no finite normals. A
-    /// type of another number, a radius that is not finite, and one that takes more vertices than
-    /// an int counts, give a mesh without anything in it. Null when `id` is taken.
+    /// `LatitudeStrips` grows finer with the radius, in whatever units that is: two bands for every
+    /// whole unit, and never fewer than 10. `ProjectedBox` always has 488 vertices and 972
+    /// triangles that face outward. A sphere of no radius has all vertices on its centre and no
+    /// finite normals. A type of another number, a radius that is not finite, and one that takes
+    /// more vertices than an int counts, give a mesh without anything in it. Null when `id` is
+    /// taken.
     static TriStrip * create(int const & id, double const (&centre)[3], double const & radius,
                              unsigned char const (&colour)[3], TriStrip::Type const & type,
                              bool const & flag);
