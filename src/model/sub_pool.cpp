@@ -4,6 +4,8 @@
 
 #include <keld-transl/model/point3d.h>
 #include <keld-transl/model/sub_pool.h>
+#include <keld-transl/product/hierarchy.h>
+#include <keld-transl/reporting/html_logger_entry.h>
 #include <keld-transl/reporting/logger.h>
 #include <keld-transl/topology/cartesian_coord.h>
 #include <keld-transl/topology/curve3d.h>
@@ -36,6 +38,25 @@ template <class Entity> void destroyAll(EntityStore & store)
                 Entity::destruct(static_cast<Entity *>(static_cast<Base *>(batch[i].value)));
         next = batch[count - 1].id + 1LL;
     }
+}
+
+/// Destroys the product structure: from the top, parts before assemblies, and then what has a parent
+/// though nobody above it goes, as a ring of assemblies has.
+void destroyHierarchies(EntityStore & store)
+{
+    IdTree const & tree = TableAccess::tree(store.m_Entities);
+    for (auto const type : {Hierarchy::Part, Hierarchy::Assembly}) {
+        std::vector<IdTree::Entry> top;
+        store.m_Entities.forEach([&](int id, Base * entity) {
+            auto * const node = static_cast<Hierarchy *>(entity);
+            if (node->getHierarchyType() == type && node->getParent() == nullptr)
+                top.push_back({id, entity});
+        });
+        for (IdTree::Entry const & entry : top)
+            if (tree.find(entry.id) == entry.value)
+                Hierarchy::destruct(static_cast<Hierarchy *>(static_cast<Base *>(entry.value)));
+    }
+    destroyAll<Hierarchy>(store);
 }
 
 /// Buckets of the set of names at first, and again when it has become empty.
@@ -78,12 +99,15 @@ unsigned int SubPool::GetAvailableId()
 
 void SubPool::clear()
 {
+    destroyHierarchies(m_Hierarchies);
     destroyAll<Surface>(m_Surfaces);
     destroyAll<UVCurve>(m_UVCurves);
     destroyAll<Curve3D>(m_Curves3D);
     destroyAll<Point3D>(m_Points);
     destroyAll<SpotWeld>(m_SpotWelds);
     destroyAll<CartesianCoord>(m_CartesianCoords);
+    for (HtmlLoggerEntry * const entry : m_LoggerEntries)
+        HtmlLoggerEntry::destruct(entry);
     m_LoggerEntries.clear();
     if (m_Logger != nullptr)
         m_Logger->clear();
