@@ -61,10 +61,18 @@
 #include <keld-transl/reporting/logger_policy.h>
 #include <keld-transl/reporting/progress_bar_policy.h>
 #include <keld-transl/reporting/stream_policy.h>
+#include <keld-transl/topology/body.h>
 #include <keld-transl/topology/cartesian_coord.h>
 #include <keld-transl/topology/curve3d.h>
+#include <keld-transl/topology/edge.h>
+#include <keld-transl/topology/face.h>
+#include <keld-transl/topology/fin.h>
+#include <keld-transl/topology/loop.h>
+#include <keld-transl/topology/shell.h>
 #include <keld-transl/topology/spot_weld.h>
 #include <keld-transl/topology/surface.h>
+#include <keld-transl/topology/tri_strip.h>
 #include <keld-transl/topology/uv_curve.h>
+#include <keld-transl/topology/vertex.h>
 
 #endif

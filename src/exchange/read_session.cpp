@@ -2,7 +2,33 @@
 
 #include "geom/ownerless.h"
 
+#include <algorithm>
+
 namespace transl_tk {
+
+void ReadSession::prepare(Ownership & entities, EntityStore SubPool::*store) const
+{
+    long long made = 0;
+    for (Run const & run : m_Made)
+        if (run.store == store)
+            made += run.last - static_cast<long long>(run.first) + 1;
+    entities.allMade = made == static_cast<long long>((m_SubPool.*store).m_Entities.size());
+    entities.prepared = true;
+    if (entities.allMade)
+        return;
+    std::copy_if(m_Made.begin(), m_Made.end(), std::back_inserter(entities.made),
+                 [&](Run const & run) { return run.store == store; });
+    std::sort(entities.made.begin(), entities.made.end(),
+              [](Run const & a, Run const & b) { return a.first < b.first; });
+}
+
+bool ReadSession::isMade(Ownership const & entities, int id)
+{
+    auto const after =
+        std::upper_bound(entities.made.begin(), entities.made.end(), id,
+                         [](int value, Run const & run) { return value < run.first; });
+    return after != entities.made.begin() && std::prev(after)->last >= id;
+}
 
 void ReadSession::ownerless(geom::OwnedCurve curve)
 {

@@ -1,12 +1,14 @@
 #ifndef KELD_TRANSL_EXCHANGE_READ_SESSION_H
 #define KELD_TRANSL_EXCHANGE_READ_SESSION_H
 
+#include "exchange/id_set.h"
 #include "geom/owned.h"
 
 #include <keld-transl/model/base.h>
 #include <keld-transl/model/sub_pool.h>
 #include <keld-transl/reporting/logger_policy.h>
 
+#include <array>
 #include <string>
 #include <utility>
 #include <vector>
@@ -45,6 +47,19 @@ public:
             m_Made.push_back({store, destruct, id, id});
     }
 
+    /// Notes that an entity of `store` gets an owner. Null when that is right; otherwise the reason
+    /// why not: it has one already, or it is not of this reading, so that the model that was there
+    /// before owns it. All entities of its kind have been made.
+    char const * own(EntityKind kind, EntityStore SubPool::*store, int id)
+    {
+        Ownership & entities = m_Ownership[kind];
+        if (!entities.prepared)
+            prepare(entities, store);
+        if (!entities.allMade && !isMade(entities, id))
+            return "is not of this stream";
+        return entities.owned.insert(id) ? nullptr : "has an owner already";
+    }
+
     /// Takes a shape that nobody will own: the sub-pool frees it at its end unless somebody else
     /// does. Null is passed over.
     void ownerless(geom::OwnedCurve curve);
@@ -70,8 +85,21 @@ private:
         int last;
     };
 
+    /// What is known of the entities of one kind when the first of them gets an owner.
+    struct Ownership
+    {
+        bool prepared = false;
+        bool allMade = false;  ///< this reading made every entity of the store
+        std::vector<Run> made; ///< otherwise those that it made, in ascending order
+        IdSet owned;
+    };
+
+    void prepare(Ownership & entities, EntityStore SubPool::*store) const;
+    static bool isMade(Ownership const & entities, int id);
+
     SubPool & m_SubPool;
     std::vector<Run> m_Made;
+    std::array<Ownership, EntityKindAnnotation + 1> m_Ownership;
     std::vector<geom::OwnedCurve> m_OwnerlessCurves;
     std::vector<geom::OwnedSurface> m_OwnerlessSurfaces;
 };

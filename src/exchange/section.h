@@ -9,6 +9,7 @@
 #include <keld-transl/model/base.h>
 
 #include <span>
+#include <string>
 
 namespace transl_tk {
 
@@ -31,6 +32,35 @@ template <class Content> constexpr Section makeSection(char const * name)
     return {name, [](SizeCounter & counter, SubPool & subPool) { Content::put(counter, subPool); },
             [](StreamWriter & writer, SubPool & subPool) { Content::put(writer, subPool); },
             &Content::read};
+}
+
+/// Destroys an entity that a reading made and that goes again because the reading failed: alone,
+/// since whatever it refers to goes by itself.
+template <class Record> void undo(Base * entity)
+{
+    if constexpr (requires { Record::undo(entity); })
+        Record::undo(entity);
+    else
+        Record::Entity::destruct(static_cast<typename Record::Entity *>(entity));
+}
+
+/// Notes an entity that a reading has just made, so that it goes again should the reading fail;
+/// null, for an id that was taken, is passed over.
+template <class Record>
+typename Record::Entity * remember(StreamReader const & reader, typename Record::Entity * entity)
+{
+    reader.session().made(Record::Store, &undo<Record>, entity);
+    return entity;
+}
+
+/// The same for an entity that must be there, since the rest of its record needs it.
+template <class Record>
+typename Record::Entity & made(StreamReader const & reader, typename Record::Entity * entity,
+                               int id)
+{
+    if (entity == nullptr)
+        reader.fail("the id " + std::to_string(id) + " is taken");
+    return *remember<Record>(reader, entity);
 }
 
 /// The content of a section that lists all entities of one kind in ascending order of ids.
@@ -59,16 +89,13 @@ template <class Record> struct EntitySection
         }
     }
 
-    static void read(StreamReader & reader, ReadSession & session)
+    static void read(StreamReader & reader, ReadSession &)
     {
         Record record;
         for (std::size_t left = reader.count(RecordSize); left != 0; --left) {
             reader.beginRecord();
             record.fields(reader);
-            session.made(
-                Record::Store,
-                [](Base * entity) { Entity::destruct(static_cast<Entity *>(entity)); },
-                record.make());
+            remember<Record>(reader, record.make(reader));
         }
     }
 };
@@ -77,8 +104,7 @@ template <class Record> struct EntitySection
 /// each takes as many bytes as it needs.
 ///
 /// A `Record` names the entity class, its store and its smallest size, puts an entity into a
-/// counter or a writer (`put`), and makes the next entity from a reader (`read`), null when there
-/// is none to make.
+/// counter or a writer (`put`), and makes the next entity from a reader and remembers it (`read`).
 template <class Record> struct VariableSection
 {
     using Entity = typename Record::Entity;
@@ -91,14 +117,11 @@ template <class Record> struct VariableSection
             [&](int, Base * entity) { Record::put(sink, *static_cast<Entity *>(entity)); });
     }
 
-    static void read(StreamReader & reader, ReadSession & session)
+    static void read(StreamReader & reader, ReadSession &)
     {
         for (std::size_t left = reader.count(Record::LeastSize); left != 0; --left) {
             reader.beginRecord();
-            session.made(
-                Record::Store,
-                [](Base * entity) { Entity::destruct(static_cast<Entity *>(entity)); },
-                Record::read(reader));
+            Record::read(reader);
         }
     }
 };

@@ -1,6 +1,8 @@
 #include "exchange/records/carrier_records.h"
+#include "exchange/records/facet_record.h"
 #include "exchange/records/point_record.h"
 #include "exchange/records/text_records.h"
+#include "exchange/records/topology_records.h"
 #include "exchange/section.h"
 
 #include <array>
@@ -22,20 +24,20 @@ struct NoRecords
 };
 
 constexpr std::array Table = {
-    makeSection<NoRecords>("facets"),
+    makeSection<VariableSection<TriStripRecord>>("facets"),
     makeSection<EntitySection<PointRecord>>("points"),
     makeSection<VariableSection<SpotWeldRecord>>("spot welds"),
     makeSection<EntitySection<CartesianCoordRecord>>("coordinate systems"),
     makeSection<VariableSection<Curve3DRecord>>("3D curves"),
     makeSection<VariableSection<UVCurveRecord>>("UV curves"),
     makeSection<VariableSection<SurfaceRecord>>("surfaces"),
-    makeSection<NoRecords>("vertices"),
-    makeSection<NoRecords>("edges"),
-    makeSection<NoRecords>("fins"),
-    makeSection<NoRecords>("loops"),
-    makeSection<NoRecords>("faces"),
-    makeSection<NoRecords>("shells"),
-    makeSection<NoRecords>("bodies"),
+    makeSection<VariableSection<VertexRecord>>("vertices"),
+    makeSection<EntitySection<EdgeRecord>>("edges"),
+    makeSection<EntitySection<FinRecord>>("fins"),
+    makeSection<VariableSection<LoopRecord>>("loops"),
+    makeSection<VariableSection<FaceRecord>>("faces"),
+    makeSection<VariableSection<ShellRecord>>("shells"),
+    makeSection<VariableSection<BodyRecord>>("bodies"),
     makeSection<NoRecords>("annotations"),
     makeSection<NoRecords>("assemblies"),
     makeSection<NoRecords>("parts"),

@@ -40,7 +40,7 @@ public:
     void beginRecord() { ++m_Record; }
 
     /// What the reading makes.
-    ReadSession & session() { return m_Session; }
+    ReadSession & session() const { return m_Session; }
 
     void u8(bool & value)
     {

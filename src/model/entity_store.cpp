@@ -56,7 +56,7 @@ void UserSet::erase(Base const * user)
         m_Many->erase(user);
     } else {
         auto const end = m_Few.begin() + static_cast<std::ptrdiff_t>(m_Count);
-        m_Count = static_cast<std::size_t>(std::remove(m_Few.begin(), end, user) - m_Few.begin());
+        m_Count = static_cast<std::uint32_t>(std::remove(m_Few.begin(), end, user) - m_Few.begin());
     }
 }
 
@@ -65,10 +65,17 @@ bool UserSet::empty() const
     return m_Many ? m_Many->empty() : m_Count == 0;
 }
 
-void addUser(EntityStore & store, Base const * carrier, Base * user)
+void UserSet::startAnew() noexcept
+{
+    m_Many.reset();
+    m_Count = 0;
+    ++m_Generation;
+}
+
+std::uint32_t addUser(EntityStore & store, Base const * carrier, Base * user)
 {
     if (carrier == nullptr)
-        return;
+        return 0;
     IdTree & tree = *store.m_Users.m_Tree;
     auto * users = static_cast<UserSet *>(tree.find(carrier->getId()));
     if (users == nullptr) {
@@ -77,17 +84,33 @@ void addUser(EntityStore & store, Base const * carrier, Base * user)
         users = fresh.release();
     }
     users->insert(user);
+    return users->generation();
 }
 
 bool removeUser(EntityStore & store, Base const * carrier, Base const * user)
 {
     if (carrier == nullptr)
         return false;
-    auto * const users = static_cast<UserSet *>(store.m_Users.m_Tree->find(carrier->getId()));
+    UserSet * const users = usersOf(store, carrier->getId());
     if (users == nullptr)
         return true;
     users->erase(user);
     return users->empty();
+}
+
+UserSet * usersOf(EntityStore & store, int id) noexcept
+{
+    return static_cast<UserSet *>(store.m_Users.m_Tree->find(id));
+}
+
+void startUnused(EntityStore & store, int id) noexcept
+{
+    // A new carrier has the largest id as a rule, and nobody had that before.
+    IdTree const & tree = *store.m_Users.m_Tree;
+    if (tree.size() == 0 || id > tree.largest())
+        return;
+    if (UserSet * const users = usersOf(store, id))
+        users->startAnew();
 }
 
 void forgetUsers(EntityStore & store)

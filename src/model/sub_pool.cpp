@@ -7,11 +7,19 @@
 #include <keld-transl/product/hierarchy.h>
 #include <keld-transl/reporting/html_logger_entry.h>
 #include <keld-transl/reporting/logger.h>
+#include <keld-transl/topology/body.h>
 #include <keld-transl/topology/cartesian_coord.h>
 #include <keld-transl/topology/curve3d.h>
+#include <keld-transl/topology/edge.h>
+#include <keld-transl/topology/face.h>
+#include <keld-transl/topology/fin.h>
+#include <keld-transl/topology/loop.h>
+#include <keld-transl/topology/shell.h>
 #include <keld-transl/topology/spot_weld.h>
 #include <keld-transl/topology/surface.h>
+#include <keld-transl/topology/tri_strip.h>
 #include <keld-transl/topology/uv_curve.h>
+#include <keld-transl/topology/vertex.h>
 
 #include <algorithm>
 #include <array>
@@ -100,9 +108,17 @@ unsigned int SubPool::GetAvailableId()
 void SubPool::clear()
 {
     destroyHierarchies(m_Hierarchies);
+    destroyAll<Body>(m_Bodies);
+    destroyAll<Shell>(m_Shells);
+    destroyAll<Face>(m_Faces);
     destroyAll<Surface>(m_Surfaces);
+    destroyAll<Loop>(m_Loops);
+    destroyAll<Fin>(m_Fins);
     destroyAll<UVCurve>(m_UVCurves);
+    destroyAll<Edge>(m_Edges);
+    destroyAll<Vertex>(m_Vertices);
     destroyAll<Curve3D>(m_Curves3D);
+    destroyAll<TriStrip>(m_TriStrips);
     destroyAll<Point3D>(m_Points);
     destroyAll<SpotWeld>(m_SpotWelds);
     destroyAll<CartesianCoord>(m_CartesianCoords);

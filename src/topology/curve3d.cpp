@@ -1,4 +1,4 @@
-#include "model/entity.h"
+#include "model/carrier.h"
 
 #include <keld-transl/topology/curve3d.h>
 
@@ -28,7 +28,7 @@ Curve3D * Curve3D::create(int const & id, geom::Curve * curve)
 {
     if (curve == nullptr)
         return nullptr;
-    return createEntity<ProxyCurve3D>(&SubPool::m_Curves3D, id, curve);
+    return createCarrier<ProxyCurve3D>(&SubPool::m_Curves3D, id, curve);
 }
 
 void Curve3D::destruct(Curve3D * carrier)

@@ -1,4 +1,4 @@
-#include "model/entity.h"
+#include "model/carrier.h"
 
 #include <keld-transl/topology/surface.h>
 
@@ -26,7 +26,7 @@ private:
 
 Surface * Surface::create(int const & id, geom::Surface * surface)
 {
-    return createEntity<ProxySurface>(&SubPool::m_Surfaces, id, surface);
+    return createCarrier<ProxySurface>(&SubPool::m_Surfaces, id, surface);
 }
 
 void Surface::destruct(Surface * carrier)

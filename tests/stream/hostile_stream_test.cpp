@@ -100,8 +100,8 @@ TEST_F(HostileStream, CountsThatCannotBeAreRefusedBeforeAnythingIsMade)
 TEST_F(HostileStream, RecordsOfAnUnknownSectionAreRefused)
 {
     Bytes stream(108, 0);
-    stream[0] = 1;
-    expectRefused(stream, "section 1 (facets)");
+    stream[56] = 1;
+    expectRefused(stream, "section 15 (annotations)");
 }
 
 TEST_F(HostileStream, ASegmentSmallerThanAnnouncedIsRefused)

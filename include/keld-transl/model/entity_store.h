@@ -4,10 +4,12 @@
 #include <keld-transl/model/entity_table.h>
 
 #include <cstddef>
+#include <cstdint>
 
 namespace transl_tk {
 
 class Base;
+class UserSet;
 struct EntityStore;
 
 /// The users of shared carriers by the carrier's id. Filled and read by the library alone.
@@ -25,8 +27,9 @@ public:
     std::size_t size() const noexcept;
 
 private:
-    friend void addUser(EntityStore &, Base const *, Base *);
-    friend bool removeUser(EntityStore &, Base const *, Base const *);
+    friend std::uint32_t addUser(EntityStore &, Base const *, Base *);
+    friend UserSet * usersOf(EntityStore &, int) noexcept;
+    friend void startUnused(EntityStore &, int) noexcept;
     friend void forgetUsers(EntityStore &);
 
     IdTree * m_Tree;

@@ -5,12 +5,11 @@ namespace transl_tk {
 namespace {
 
 /// Makes a carrier of a shape that was read. The shape goes when the id is taken.
-template <class Carrier, class OwnedShape> Carrier * carry(int id, OwnedShape shape)
+template <class Record, class OwnedShape>
+void carry(StreamReader const & reader, int id, OwnedShape shape)
 {
-    Carrier * const carrier = Carrier::create(id, shape.get());
-    if (carrier != nullptr)
+    if (remember<Record>(reader, Record::Entity::create(id, shape.get())) != nullptr)
         shape.release();
-    return carrier;
 }
 
 } // namespace
@@ -24,7 +23,7 @@ void CartesianCoordRecord::take(CartesianCoord & system)
             std::to_array(rows[3])};
 }
 
-CartesianCoord * CartesianCoordRecord::make() const
+CartesianCoord * CartesianCoordRecord::make(StreamReader const &) const
 {
     double rows[4][3];
     geom::fill(rows[0], axes.location);
@@ -34,7 +33,7 @@ CartesianCoord * CartesianCoordRecord::make() const
     return CartesianCoord::create(id, rows[0], rows[1], rows[2], rows[3]);
 }
 
-SpotWeld * SpotWeldRecord::read(StreamReader & reader)
+void SpotWeldRecord::read(StreamReader & reader)
 {
     int id = 0;
     double position[3];
@@ -43,35 +42,34 @@ SpotWeld * SpotWeldRecord::read(StreamReader & reader)
     std::vector<std::string> names(reader.count(4));
     for (std::string & name : names)
         reader.string(name);
-    SpotWeld * const weld = SpotWeld::create(id, position[0], position[1], position[2]);
-    if (weld == nullptr)
-        reader.fail("the id " + std::to_string(id) + " is taken");
+    SpotWeld & weld = made<SpotWeldRecord>(
+        reader, SpotWeld::create(id, position[0], position[1], position[2]), id);
     for (std::string const & name : names)
-        weld->addWeldName(name.c_str());
-    return weld;
+        weld.addWeldName(name.c_str());
 }
 
-Curve3D * Curve3DRecord::read(StreamReader & reader)
+void Curve3DRecord::read(StreamReader & reader)
 {
     int id = 0;
     reader.i32(id);
-    return carry<Curve3D>(id, readCurve(reader));
+    carry<Curve3DRecord>(reader, id, readCurve(reader));
 }
 
-UVCurve * UVCurveRecord::read(StreamReader & reader)
+void UVCurveRecord::read(StreamReader & reader)
 {
     int id = 0;
     int kind = 0;
     reader.i32(id);
     reader.i32(kind);
-    return kind == EntityKindUVCurve ? carry<UVCurve>(id, readUVCurve(reader)) : nullptr;
+    if (kind == EntityKindUVCurve)
+        carry<UVCurveRecord>(reader, id, readUVCurve(reader));
 }
 
-Surface * SurfaceRecord::read(StreamReader & reader)
+void SurfaceRecord::read(StreamReader & reader)
 {
     int id = 0;
     reader.i32(id);
-    return carry<Surface>(id, readSurface(reader));
+    carry<SurfaceRecord>(reader, id, readSurface(reader));
 }
 
 } // namespace transl_tk

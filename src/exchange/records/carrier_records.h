@@ -4,6 +4,7 @@
 #include "exchange/records/curve_record.h"
 #include "exchange/records/geometry_fields.h"
 #include "exchange/records/surface_record.h"
+#include "exchange/section.h"
 
 #include <keld-transl/model/sub_pool.h>
 #include <keld-transl/topology/cartesian_coord.h>
@@ -31,7 +32,7 @@ struct CartesianCoordRecord
         placementFields(stream, axes);
     }
 
-    CartesianCoord * make() const;
+    CartesianCoord * make(StreamReader const &) const;
 };
 
 /// A `SpotWeld`: id, coordinates, a count of names, the names.
@@ -63,7 +64,7 @@ struct SpotWeldRecord
             &sink);
     }
 
-    static SpotWeld * read(StreamReader & reader);
+    static void read(StreamReader & reader);
 };
 
 /// A `Curve3D`: id and curve.
@@ -79,7 +80,7 @@ struct Curve3DRecord
         putCurve(sink, carrier.getCurve());
     }
 
-    static Curve3D * read(StreamReader & reader);
+    static void read(StreamReader & reader);
 };
 
 /// A `UVCurve`: id, a kind, and the curve where the kind is that of a `UVCurve`. A carrier without
@@ -99,7 +100,7 @@ struct UVCurveRecord
             putUVCurve(sink, curve);
     }
 
-    static UVCurve * read(StreamReader & reader);
+    static void read(StreamReader & reader);
 };
 
 /// A `Surface`: id and surface.
@@ -115,7 +116,7 @@ struct SurfaceRecord
         putSurface(sink, carrier.getSurface());
     }
 
-    static Surface * read(StreamReader & reader);
+    static void read(StreamReader & reader);
 };
 
 } // namespace transl_tk

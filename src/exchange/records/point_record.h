@@ -1,6 +1,8 @@
 #ifndef KELD_TRANSL_EXCHANGE_RECORDS_POINT_RECORD_H
 #define KELD_TRANSL_EXCHANGE_RECORDS_POINT_RECORD_H
 
+#include "exchange/stream_reader.h"
+
 #include <keld-transl/model/point3d.h>
 #include <keld-transl/model/sub_pool.h>
 
@@ -27,7 +29,7 @@ struct PointRecord
         stream.f64(coordinates);
     }
 
-    Point3D * make() const
+    Point3D * make(StreamReader const &) const
     {
         return Point3D::create(id, coordinates[0], coordinates[1], coordinates[2]);
     }
