@@ -42,8 +42,23 @@ void ReadSession::ownerless(geom::OwnedSurface surface)
         m_OwnerlessSurfaces.push_back(std::move(surface));
 }
 
+Attribute & ReadSession::makeAttribute(std::string const & name, Attribute::Type type)
+{
+    m_Attributes.reserve(m_Attributes.size() + 1);
+    return *m_Attributes.emplace_back(Attribute::create(name.c_str(), type));
+}
+
+void ReadSession::linkChildren()
+{
+    for (Links const & links : m_Links)
+        for (int const id : links.children)
+            if (auto * const child = lookUp<Hierarchy>(m_SubPool, id))
+                links.assembly->addChild(child);
+}
+
 void ReadSession::commit()
 {
+    linkChildren();
     for (geom::OwnedCurve & curve : m_OwnerlessCurves) {
         geom::rememberOwnerless(&m_SubPool, curve.get());
         curve.release();
@@ -52,6 +67,8 @@ void ReadSession::commit()
         geom::rememberOwnerless(&m_SubPool, surface.get());
         surface.release();
     }
+    for (ReportEntry const & entry : m_ReportEntries)
+        HtmlLoggerEntry::create(entry.text.c_str(), entry.entityType, entry.entryType);
     for (std::string & text : m_TextList)
         m_SubPool.m_TextList.push_back(std::move(text));
     m_SubPool.m_FacesToSplit.insert(m_SubPool.m_FacesToSplit.end(), m_FacesToSplit.begin(),
@@ -62,6 +79,8 @@ void ReadSession::commit()
 
 void ReadSession::rollBack() noexcept
 {
+    for (; !m_Attributes.empty(); m_Attributes.pop_back())
+        Attribute::destruct(m_Attributes.back());
     while (!m_Made.empty()) {
         Run const run = m_Made.back();
         m_Made.pop_back();

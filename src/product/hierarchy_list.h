@@ -47,6 +47,19 @@ public:
     /// The nodes in ascending order of their numbers; of equal numbers the first that arrived.
     std::vector<HierarchyRef> byNumber() const;
 
+    /// Calls `visit(node)` for each of them, none of which may come or go meanwhile.
+    template <class Visit> void visitByNumber(Visit visit) const
+    {
+        if (m_Ascending) {
+            for (Entry const & each : m_Entries)
+                if (each.hierarchy != nullptr)
+                    visit(static_cast<HierarchyRef const &>(each));
+        } else {
+            for (HierarchyRef const & each : byNumber())
+                visit(each);
+        }
+    }
+
 private:
     static constexpr std::size_t LongestWithoutIndex = 32;
 

@@ -7,8 +7,6 @@
 #include "product/proxy_instance.h"
 #include "product/proxy_part.h"
 
-#include <string>
-
 namespace transl_tk {
 
 /// Puts the units of a component. The angular type is not among them: the length type stands in
@@ -22,13 +20,15 @@ template <class Sink> void putUnits(Sink & sink, Units & units)
 }
 
 /// Puts whether the transform equals the identity, and its sixteen numbers when it does not.
-template <class Sink> void putTransform(Sink & sink, ProxyHierarchy const & hierarchy)
+template <class Sink, class Proxy> void putTransform(Sink & sink, Proxy & hierarchy)
 {
-    std::array<double, 16> const * const matrix = hierarchy.transform();
-    bool const identity = matrix == nullptr || isIdentity(*matrix);
+    bool const identity = hierarchy.hasIdentity();
     sink.u8(identity);
-    if (!identity)
-        sink.f64(*matrix);
+    if (identity)
+        return;
+    double matrix[16];
+    hierarchy.getTransform(matrix);
+    sink.f64(matrix);
 }
 
 /// The assemblies: id, name, two labels, units, transform, and the ids of the children, counted.
@@ -43,19 +43,19 @@ struct AssembliesContent
         for (Assembly * const entity : model.assemblies) {
             auto & assembly = static_cast<ProxyAssembly &>(*entity);
             sink.i32(assembly.getId());
-            sink.string(assembly.m_Name);
-            sink.string(assembly.m_FirstLabel);
-            sink.string(assembly.m_SecondLabel);
-            putUnits(sink, *assembly.m_Units);
+            sink.string(assembly.getName());
+            sink.string(assembly.getFirstLabel());
+            sink.string(assembly.getSecondLabel());
+            putUnits(sink, *assembly.getUnits());
             putTransform(sink, assembly);
-            assembly.children().withNumbers([&](auto const & children) {
-                sink.count(children.size());
-                if constexpr (Sink::CountsOnly)
-                    sink.records(children.size(), 4);
-                else
-                    for (HierarchyRef const & child : children)
-                        sink.i32(child.id);
-            });
+            std::size_t children = 0;
+            assembly.children().visitByNumber([&](HierarchyRef const &) { ++children; });
+            sink.count(children);
+            if constexpr (Sink::CountsOnly)
+                sink.records(children, 4);
+            else
+                assembly.children().visitByNumber(
+                    [&](HierarchyRef const & child) { sink.i32(child.id); });
         }
     }
 
@@ -76,11 +76,11 @@ struct PartsContent
         for (Part * const entity : model.parts) {
             auto & part = static_cast<ProxyPart &>(*entity);
             sink.i32(part.getId());
-            sink.string(part.m_Name);
-            sink.string(part.m_FirstLabel);
-            sink.string(part.m_SecondLabel);
-            sink.string(part.m_PartLabel);
-            putUnits(sink, *part.m_Units);
+            sink.string(part.getName());
+            sink.string(part.getFirstLabel());
+            sink.string(part.getSecondLabel());
+            sink.string(part.getPartLabel());
+            putUnits(sink, *part.getUnits());
             NodeWriter(sink).put(part.getNodeTree());
             putTransform(sink, part);
             putListed(sink, part.m_Bodies);
@@ -123,10 +123,7 @@ struct InstancesContent
         for (Instance * const entity : model.instances) {
             auto & instance = static_cast<ProxyInstance &>(*entity);
             sink.i32(instance.getId());
-            if constexpr (Sink::CountsOnly)
-                sink.records(1, 4);
-            else
-                sink.i32(instance.componentId());
+            sink.i32(instance.componentId());
             putTransform(sink, instance);
         }
     }

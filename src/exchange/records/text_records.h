@@ -7,6 +7,22 @@
 
 namespace transl_tk {
 
+/// The entries of the report page: text, what it is about, and the type of the entry.
+struct ReportEntriesContent
+{
+    template <class Sink> static void put(Sink & sink, ModelContent const & model)
+    {
+        sink.count(model.subPool.m_LoggerEntries.size());
+        for (HtmlLoggerEntry * const entry : model.subPool.m_LoggerEntries) {
+            sink.string(entry->getText());
+            sink.i32(entry->getEntityType());
+            sink.i32(entry->getEntryType());
+        }
+    }
+
+    static void read(StreamReader & reader, ReadSession & session);
+};
+
 /// The lines of `SubPool::m_TextList`. One is sized and written up to its first zero byte.
 struct TextListContent
 {
