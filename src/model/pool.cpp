@@ -165,4 +165,11 @@ bool CurrentSubPool::holds(EntityStore SubPool::*store, int id, Base const * ent
                        [&](auto const & entry) { return listedIn(entry.second); });
 }
 
+void CurrentSubPool::leaveOthers(Attribute const * attribute) noexcept
+{
+    for (auto const & [name, subPool] : Pool::m_Pool->m_SubPools)
+        if (subPool != nullptr)
+            std::erase(subPool->m_Attributes, attribute);
+}
+
 } // namespace transl_tk
