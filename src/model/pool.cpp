@@ -150,13 +150,6 @@ void CurrentSubPool::leaveOthers(EntityStore SubPool::*store, int id, Base const
     }
 }
 
-void CurrentSubPool::leaveOthers(Attribute const * attribute) noexcept
-{
-    for (auto const & [name, subPool] : Pool::m_Pool->m_SubPools)
-        if (subPool != nullptr)
-            std::erase(subPool->m_Attributes, attribute);
-}
-
 bool CurrentSubPool::holds(EntityStore SubPool::*store, int id, Base const * entity) noexcept
 {
     if (Pool::m_Pool == nullptr)
@@ -170,6 +163,13 @@ bool CurrentSubPool::holds(EntityStore SubPool::*store, int id, Base const * ent
     Pool::SubPools const & all = Pool::m_Pool->m_SubPools;
     return std::any_of(all.begin(), all.end(),
                        [&](auto const & entry) { return listedIn(entry.second); });
+}
+
+void CurrentSubPool::leaveOthers(Attribute const * attribute) noexcept
+{
+    for (auto const & [name, subPool] : Pool::m_Pool->m_SubPools)
+        if (subPool != nullptr)
+            std::erase(subPool->m_Attributes, attribute);
 }
 
 } // namespace transl_tk
