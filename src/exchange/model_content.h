@@ -14,6 +14,7 @@ class Part;
 /// A model as the stream sees it: its product structure divided by type, in ascending order of ids.
 struct ModelContent
 {
+    /// Throws a `StreamError` when an assembly is its own descendant.
     explicit ModelContent(SubPool & model);
 
     SubPool & subPool;

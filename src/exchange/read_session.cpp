@@ -1,8 +1,13 @@
 #include "exchange/read_session.h"
 
+#include "exchange/records/links.h"
+#include "exchange/stream_error.h"
 #include "geom/ownerless.h"
 
+#include <keld-transl/product/assembly.h>
+
 #include <algorithm>
+#include <unordered_map>
 
 namespace transl_tk {
 
@@ -48,8 +53,72 @@ Attribute & ReadSession::makeAttribute(std::string const & name, Attribute::Type
     return *m_Attributes.emplace_back(Attribute::create(name.c_str(), type));
 }
 
+namespace {
+
+/// Walks below each assembly by the ids of the children that the stream gives it.
+class RingFinder
+{
+public:
+    explicit RingFinder(std::unordered_map<int, std::vector<int> const *> childrenOf)
+        : m_ChildrenOf(std::move(childrenOf))
+    {}
+
+    /// Throws a `StreamError` when `id` stands below itself, or has something below it that does.
+    void walkBelow(int id)
+    {
+        enter(id);
+        while (!m_Way.empty()) {
+            auto & [assembly, children, next] = m_Way.back();
+            if (next == children->size()) {
+                m_Open[assembly] = false;
+                m_Way.pop_back();
+            } else {
+                enter((*children)[next++]);
+            }
+        }
+    }
+
+private:
+    struct Level
+    {
+        int assembly;
+        std::vector<int> const * children;
+        std::size_t next;
+    };
+
+    void enter(int id)
+    {
+        auto const found = m_ChildrenOf.find(id);
+        if (found == m_ChildrenOf.end())
+            return;
+        auto const [open, isNew] = m_Open.try_emplace(id, true);
+        if (isNew)
+            m_Way.push_back({id, found->second, 0});
+        else if (open->second)
+            throw StreamError("The model stream is not sound: the assembly " + std::to_string(id) +
+                              " is its own descendant.");
+    }
+
+    std::unordered_map<int, std::vector<int> const *> m_ChildrenOf;
+    std::unordered_map<int, bool> m_Open; ///< false once everything below has been seen
+    std::vector<Level> m_Way;
+};
+
+} // namespace
+
+void ReadSession::refuseRings() const
+{
+    std::unordered_map<int, std::vector<int> const *> childrenOf;
+    for (Links const & links : m_Links)
+        childrenOf.emplace(links.assembly->getId(), &links.children);
+    RingFinder finder(std::move(childrenOf));
+    for (Links const & links : m_Links)
+        finder.walkBelow(links.assembly->getId());
+}
+
 void ReadSession::linkChildren()
 {
+    refuseRings();
     for (Links const & links : m_Links)
         for (int const id : links.children)
             if (auto * const child = lookUp<Hierarchy>(m_SubPool, id))

@@ -86,8 +86,9 @@ public:
     void ownerless(geom::OwnedCurve curve);
     void ownerless(geom::OwnedSurface surface);
 
-    /// Links children to their assemblies and adds the texts to the model, for which nothing can
-    /// fail any more but memory.
+    /// Links children to their assemblies and adds the texts to the model. Throws a `StreamError`,
+    /// and has done nothing, when an assembly would be its own descendant; nothing else can fail
+    /// any more but memory.
     void commit();
 
     /// Destroys what the reading made, the last first.
@@ -123,6 +124,8 @@ private:
         IdSet owned;
     };
 
+    void refuseRings() const;
+    void linkChildren();
     void prepare(Ownership & entities, EntityStore SubPool::*store) const;
     static bool isMade(Ownership const & entities, int id);
 

@@ -34,6 +34,7 @@ public:
 
     /// The entry of a node, valid until the next change; null when it is not listed, or is null.
     Entry * find(Hierarchy const * node) noexcept;
+    bool contains(Hierarchy const * node) const noexcept { return positionOf(node) != NoPosition; }
 
     /// Adds a node that is not listed yet; one that is keeps its number.
     void insert(Hierarchy * node, int number);
@@ -63,15 +64,18 @@ public:
 private:
     static constexpr std::size_t LongestWithoutIndex = 32;
 
+    static constexpr std::size_t NoPosition = SIZE_MAX;
+
+    std::size_t positionOf(Hierarchy const * node) const noexcept;
     std::size_t slotOf(Hierarchy const * node) const noexcept;
     void enterInIndex(std::size_t position) noexcept;
     void closeGaps() noexcept;
     void makeRoomInIndex();
 
-    std::vector<Entry> m_Entries;              ///< null pointers are the gaps; none at the end
-    std::unique_ptr<std::uint32_t[]> m_Index;  ///< positions plus 1, 0 where a slot is free
-    std::uint32_t m_Slots = 0;                 ///< a power of 2
-    std::uint32_t m_Taken = 0;                 ///< slots in use, also of nodes that have gone
+    std::vector<Entry> m_Entries;             ///< null pointers are the gaps; none at the end
+    std::unique_ptr<std::uint32_t[]> m_Index; ///< positions plus 1, 0 where a slot is free
+    std::uint32_t m_Slots = 0;                ///< a power of 2
+    std::uint32_t m_Taken = 0;                ///< slots in use, also of nodes that have gone
     int m_Size = 0;
     bool m_Ascending = true; ///< whether the order of arrival is the order of numbers
 };

@@ -1,6 +1,5 @@
-#include "product/proxy_instance.h"
-
 #include "model/entity.h"
+#include "product/proxy_instance.h"
 
 namespace transl_tk {
 

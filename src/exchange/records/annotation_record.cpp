@@ -31,8 +31,8 @@ void AnnotationRecord::read(StreamReader & reader)
     remember<AnnotationRecord>(
         reader, Annotation::create(id, triples[0], triples[1], triples[2], triples[3],
                                    static_cast<int>(pointCount), points.data(), ints[0], ints[1],
-                                   ints[2], ints[3], numbers[0], numbers[1], numbers[2],
-                                   numbers[3], numbers[4], texts[0].c_str(), texts[1].c_str()));
+                                   ints[2], ints[3], numbers[0], numbers[1], numbers[2], numbers[3],
+                                   numbers[4], texts[0].c_str(), texts[1].c_str()));
 }
 
 } // namespace transl_tk

@@ -36,10 +36,9 @@ struct AnnotationRecord
             for (int const number : ints)
                 sink.i32(number);
         }
-        for (auto const get :
-             {&Annotation::getFirstNumber, &Annotation::getSecondNumber,
-              &Annotation::getThirdNumber, &Annotation::getFourthNumber,
-              &Annotation::getFifthNumber})
+        for (auto const get : {&Annotation::getFirstNumber, &Annotation::getSecondNumber,
+                               &Annotation::getThirdNumber, &Annotation::getFourthNumber,
+                               &Annotation::getFifthNumber})
             sink.i32((annotation.*get)());
         sink.string(annotation.getFirstText());
         sink.string(annotation.getSecondText());

@@ -35,8 +35,7 @@ template <class Sink, class Holder> void putAttachments(Sink & sink, Holder & ho
 /// found: references to them are written and not followed.
 inline Base * resolveReference(SubPool & subPool, int id, int kind)
 {
-    EntityStore SubPool::*const store =
-        kind != EntityKindUVCurve ? storeOfKind(kind) : nullptr;
+    EntityStore SubPool::*const store = kind != EntityKindUVCurve ? storeOfKind(kind) : nullptr;
     return store != nullptr ? (subPool.*store).m_Entities.lookup(id) : nullptr;
 }
 

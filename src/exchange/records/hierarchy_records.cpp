@@ -44,7 +44,8 @@ void readTransform(StreamReader & reader, Hierarchy & hierarchy)
 
 /// Reads one of a part's lists, and hands what the model has of it to `add`. The part owns it from
 /// then on, edges apart.
-template <class Entity> void readListed(StreamReader & reader, Part & part, void (Part::*add)(Entity *))
+template <class Entity>
+void readListed(StreamReader & reader, Part & part, void (Part::*add)(Entity *))
 {
     for (std::size_t left = reader.count(4); left != 0; --left) {
         int id = 0;

@@ -83,14 +83,14 @@ struct PartsContent
             putUnits(sink, *part.getUnits());
             NodeWriter(sink).put(part.getNodeTree());
             putTransform(sink, part);
-            putListed(sink, part.m_Bodies);
-            putListed(sink, part.m_Points);
-            putListed(sink, part.m_SpotWelds);
-            putListed(sink, part.m_CartesianCoords);
-            putListed(sink, part.m_TriStrips);
-            putListed(sink, part.m_Curves);
-            putListed(sink, part.m_Edges);
-            putListed(sink, part.m_Annotations);
+            putListed(sink, part.m_Bodies, &SubPool::m_Bodies);
+            putListed(sink, part.m_Points, &SubPool::m_Points);
+            putListed(sink, part.m_SpotWelds, &SubPool::m_SpotWelds);
+            putListed(sink, part.m_CartesianCoords, &SubPool::m_CartesianCoords);
+            putListed(sink, part.m_TriStrips, &SubPool::m_TriStrips);
+            putListed(sink, part.m_Curves, &SubPool::m_Curves3D);
+            putListed(sink, part.m_Edges, &SubPool::m_Edges);
+            putListed(sink, part.m_Annotations, &SubPool::m_Annotations);
         }
     }
 
@@ -99,15 +99,15 @@ struct PartsContent
 
 private:
     template <class Sink, class Contents>
-    static void putListed(Sink & sink, Contents const & contents)
+    static void putListed(Sink & sink, Contents const & contents, EntityStore SubPool::*store)
     {
         std::size_t living = 0;
-        contents.forEachLivingId([&](int) { ++living; });
+        contents.forEachLivingId(store, [&](int) { ++living; });
         sink.count(living);
         if constexpr (Sink::CountsOnly)
             sink.records(living, 4);
         else
-            contents.forEachLivingId([&](int id) { sink.i32(id); });
+            contents.forEachLivingId(store, [&](int id) { sink.i32(id); });
     }
 };
 
