@@ -50,10 +50,11 @@ inline bool stands(transl_tk::Hierarchy const * node, int id)
 /// A chain of assemblies, each the child of the one before. Returns the topmost.
 inline transl_tk::Assembly * aChain(int depth)
 {
-    transl_tk::Assembly * const top = transl_tk::Assembly::create(0, "");
+    // Names that clash take the longer the more there are.
+    transl_tk::Assembly * const top = transl_tk::Assembly::create(0, "0");
     transl_tk::Assembly * last = top;
     for (int level = 1; level < depth; ++level) {
-        transl_tk::Assembly * const next = transl_tk::Assembly::create(0, "");
+        transl_tk::Assembly * const next = transl_tk::Assembly::create(0, std::to_string(level).c_str());
         last->addChild(next);
         last = next;
     }
