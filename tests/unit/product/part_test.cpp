@@ -87,7 +87,6 @@ protected:
         return (tests::currentSubPool().*store).m_Entities.size();
     }
 
-    tests::Ends m_Ends;
     Part * m_Part = Part::create(0, "part");
 };
 

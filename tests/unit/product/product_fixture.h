@@ -2,6 +2,7 @@
 #define KELD_TESTS_UNIT_PRODUCT_PRODUCT_FIXTURE_H
 
 #include "support/models.h"
+#include "support/shapes.h"
 
 #include <keld-transl/product/assembly.h>
 #include <keld-transl/product/instance.h>
@@ -54,7 +55,8 @@ inline transl_tk::Assembly * aChain(int depth)
     transl_tk::Assembly * const top = transl_tk::Assembly::create(0, "0");
     transl_tk::Assembly * last = top;
     for (int level = 1; level < depth; ++level) {
-        transl_tk::Assembly * const next = transl_tk::Assembly::create(0, std::to_string(level).c_str());
+        transl_tk::Assembly * const next =
+            transl_tk::Assembly::create(0, std::to_string(level).c_str());
         last->addChild(next);
         last = next;
     }
@@ -85,6 +87,7 @@ inline constexpr int VeryDeep = 100000;
 class ProductTest : public testing::Test
 {
 protected:
+    Ends m_Ends; ///< of the shapes that a test makes
     ScopedPool m_Pool;
 };
 

@@ -202,6 +202,7 @@ TEST(HtmlLoggerWithoutAPool, HasTheFileNameAndNothingElse)
 class HtmlLoggerTest : public testing::Test
 {
 protected:
+    tests::Ends m_Ends;
     tests::ScopedPool m_Pool;
 };
 
@@ -226,14 +227,13 @@ TEST_F(HtmlLoggerTest, CountsEveryStoreUnderItsKind)
     constexpr double triple[3] = {};
     constexpr int ints[3] = {};
     constexpr float vertices[3] = {};
-    tests::Ends ends;
     times(1, [] { Assembly::create(0, "assembly"); });
     times(2, [] { Part::create(0, "part"); });
     Part * const part = Part::create(0, "part");
     times(4, [&] { Instance::create(0, part); });
     times(5, [] { Point3D::create(0, 1, 2, 3); });
     times(6, [&] { CartesianCoord::create(0, triple, triple, triple, triple); });
-    times(7, [&] { Curve3D::create(0, new tests::ForeignCurve(ends, "curve")); });
+    times(7, [this] { Curve3D::create(0, new tests::ForeignCurve(m_Ends, "curve")); });
     times(8, [] { UVCurve::create(0, nullptr); });
     times(9, [] { Edge::create(0, nullptr, nullptr, nullptr, true); });
     times(10, [] { Fin::create(0, nullptr, true); });
