@@ -3,6 +3,7 @@
 //
 //   succeed.*          make three points, with all kinds of messages on the way
 //   geometry.*         make no points but carriers, as kit_geometry.h says
+//   product.* and others, as kit_product.h says
 //   controls.*         log words with control characters
 //   letters.*          log words with bytes that are none, be they text or not
 //   fail-<status>.*    throw a Failure with that status, after one point and a warning
@@ -15,6 +16,7 @@
 //   options.*          tell the options "text", "integer", "number" and "flag" in the log
 //   flood.*            tell its progress a hundred thousand times
 #include "process/kit_geometry.h"
+#include "process/kit_product.h"
 
 #include <keld-transl/model/point3d.h>
 #include <keld-translator-kit/translator.h>
@@ -105,6 +107,8 @@ void readFile(std::string const & path, Run & run)
 {
     if (std::filesystem::path(path).stem() == "geometry")
         return tests::makeCountedGeometry();
+    if (tests::makeProduct(std::filesystem::path(path).stem()))
+        return;
     for (int i = 1; i <= 3; ++i)
         transl_tk::Point3D::create(0, i, 0, 0);
     doAsNamed(path, run);
