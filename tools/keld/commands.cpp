@@ -152,7 +152,8 @@ bool keepReport(std::string const & directory, ReportFormat format, std::string 
 {
     try {
         std::string const path = writeReportFile(directory, format, summariseRun(file, outcome));
-        std::fprintf(stderr, "Report page: %s\n", path.c_str());
+        char const * const what = format == ReportFormat::Html ? "page" : "data";
+        std::fprintf(stderr, "Report %s: %s\n", what, path.c_str());
         return true;
     } catch (translator_kit::Failure const & failure) {
         std::fprintf(stderr, "keld: %s\n", failure.what());

@@ -89,7 +89,7 @@ std::string overview(RunSummary const & summary)
     result += card(summary.total.failed > 0 ? "bad" : "", summary.total.failed, "failed");
     result += card(counts[Warning] > 0 ? "odd" : "", counts[Warning],
                    counts[Warning] == 1 ? "warning" : "warnings");
-    result += card("", counts[Information], "notes");
+    result += card("", counts[Information], counts[Information] == 1 ? "note" : "notes");
     return result + "</ul>\n</header>\n";
 }
 
@@ -229,7 +229,7 @@ std::string tree(RunSummary const & summary)
 std::string reportPage(RunSummary const & summary)
 {
     return head(summary) + "<body>\n" + overview(summary) + "<main>\n" + lost(summary) +
-           counts(summary) + entries(summary) + tree(summary) + log(summary) +
+           counts(summary) + tree(summary) + entries(summary) + log(summary) +
            "</main>\n</body>\n</html>\n";
 }
 

@@ -27,7 +27,7 @@ h1 { font-size: 1.6rem; line-height: 1.25; }
 h2 { font-size: 1.1rem; margin-bottom: .6rem; }
 h3 { font-size: .85rem; color: var(--dim); margin: .8rem 0 .2rem; }
 bdi, dd, th { overflow-wrap: anywhere; }
-header { padding: .5rem .25rem 1rem; }
+header { padding: .5rem 0 1rem; }
 .kind { color: var(--accent); font-size: .85rem; font-weight: 600; }
 dl { display: grid; grid-template-columns: auto 1fr; gap: .25rem .9rem; margin-top: .7rem; }
 dt, .none, .type, .more, .level { color: var(--dim); }
@@ -69,6 +69,7 @@ tbody th { font-weight: 400; }
 thead th { border-top: 0; color: var(--dim); font-size: .85rem; font-weight: 600; }
 tr.bad td:nth-of-type(2) { color: var(--bad); font-weight: 600; }
 tr.total th, tr.total td { border-top-width: 2px; font-weight: 600; }
+tr.total th { text-transform: capitalize; }
 .rows li { padding: .35rem 0; border-top: 1px solid var(--line); }
 .rows li:first-child { border-top: 0; }
 .rows .about { font-weight: 600; }

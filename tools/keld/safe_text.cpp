@@ -50,18 +50,21 @@ Character characterAt(std::string_view text, std::size_t position)
     return {size, code, true};
 }
 
-/// Whether a page may not hold the character: the upper controls and the non-characters.
-bool isForbidden(char32_t code)
+/// Whether the character is one of those that stand for nothing, which a page may not hold.
+bool isNoCharacter(char32_t code)
 {
-    return (code >= 0x80 && code < 0xA0) || (code >= 0xFDD0 && code < 0xFDF0) ||
-           (code & 0xFFFE) == 0xFFFE;
+    return (code >= 0xFDD0 && code < 0xFDF0) || (code & 0xFFFE) == 0xFFFE;
 }
 
-/// The symbol for a control character below U+0080: U+2400 and on, U+2421 for the last.
-std::string controlSymbol(char32_t code)
+std::string escaped(std::string_view bytes)
 {
-    char32_t const offset = code == 0x7F ? 0x21 : code;
-    return {'\xE2', '\x90', static_cast<char>(0x80 | offset)};
+    constexpr char Digits[] = "0123456789abcdef";
+    std::string result;
+    for (char const signedByte : bytes) {
+        auto const byte = static_cast<unsigned char>(signedByte);
+        result += {'\\', 'x', Digits[byte >> 4], Digits[byte & 0xF]};
+    }
+    return result;
 }
 
 char const * entityFor(char32_t code)
@@ -86,16 +89,13 @@ char const * entityFor(char32_t code)
 
 std::string terminalText(std::string_view text)
 {
-    constexpr char Digits[] = "0123456789abcdef";
     std::string result;
     for (std::size_t i = 0; i < text.size();) {
         std::size_t const length = controlLength(text, i);
         if (length == 0)
             result += text[i++];
-        for (std::size_t const end = i + length; i < end; ++i) {
-            auto const byte = static_cast<unsigned char>(text[i]);
-            result += {'\\', 'x', Digits[byte >> 4], Digits[byte & 0xF]};
-        }
+        result += escaped(text.substr(i, length));
+        i += length;
     }
     return result;
 }
@@ -106,17 +106,17 @@ std::string htmlText(std::string_view text)
     result.reserve(text.size());
     for (std::size_t i = 0; i < text.size();) {
         Character const character = characterAt(text, i);
+        std::string_view const bytes = text.substr(i, character.size);
         char const * const entity = entityFor(character.code);
-        bool const isControl = character.code < 0x20 || character.code == 0x7F;
         bool const isSpace = character.code == '\n' || character.code == '\t';
-        if (!character.valid || isForbidden(character.code))
+        if (!character.valid || isNoCharacter(character.code))
             result += Replacement;
         else if (entity != nullptr)
             result += entity;
-        else if (isControl && !isSpace)
-            result += controlSymbol(character.code);
+        else if (controlLength(text, i) > 0 && !isSpace)
+            result += escaped(bytes);
         else
-            result.append(text, i, character.size);
+            result += bytes;
         i += character.size;
     }
     return result;

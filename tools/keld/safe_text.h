@@ -12,7 +12,7 @@ std::string terminalText(std::string_view text);
 
 /// `text` as text of an HTML page, or as the value of an attribute in quotes. Markup is escaped;
 /// bytes that are no UTF-8, and characters that a page may not hold, become U+FFFD. Control
-/// characters other than line feed and tab become the symbols that stand for them.
+/// characters other than line feed and tab become \xNN for each of their bytes.
 std::string htmlText(std::string_view text);
 
 } // namespace keld
