@@ -300,8 +300,8 @@ TEST_F(EdgeTest, IsNoUserOfACarrierThatTookIdAndPlaceOfTheDestroyedOne)
     m_Ends.clear();
     Curve3D * const newLine = curve(5, "new curve");
     Vertex * const newVertex = vertex(5, "new vertex");
-    ASSERT_EQ(reinterpret_cast<std::uintptr_t>(newLine), curvePlace);
-    ASSERT_EQ(reinterpret_cast<std::uintptr_t>(newVertex), vertexPlace);
+    tests::expectPlace(newLine, curvePlace);
+    tests::expectPlace(newVertex, vertexPlace);
     Edge::destruct(old);
     EXPECT_TRUE(m_Ends.empty());
     EXPECT_EQ(curves().m_Entities.lookup(5), newLine);
@@ -340,7 +340,7 @@ TEST_F(EdgeTest, FreesTheSuccessorAtItsEndAlsoWhenItStartsAtTheDestroyedOne)
     Edge * const edge = Edge::create(0, nullptr, only, nullptr, true);
     Vertex::destruct(only);
     edge->setEndVertex(vertex(5, "new"));
-    ASSERT_EQ(reinterpret_cast<std::uintptr_t>(edge->getEndVertex()), place);
+    tests::expectPlace(edge->getEndVertex(), place);
     Edge::destruct(edge);
     EXPECT_EQ(m_Ends, (tests::Ends{"old", "new"}));
 }

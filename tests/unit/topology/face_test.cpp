@@ -173,7 +173,7 @@ TEST_F(FaceTest, IsNoUserOfASurfaceThatTookIdAndPlaceOfTheDestroyedOne)
     Face * const second = Face::create(0, used);
     Surface::destruct(used);
     Surface * const successor = surface(5, "new");
-    ASSERT_EQ(reinterpret_cast<std::uintptr_t>(successor), place);
+    tests::expectPlace(successor, place);
     Face::destruct(first);
     EXPECT_EQ(surfaces().m_Entities.lookup(5), successor);
     Face::destruct(Face::create(0, successor));

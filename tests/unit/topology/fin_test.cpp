@@ -149,7 +149,7 @@ TEST_F(FinTest, IsNoUserOfAnEdgeThatTookIdAndPlaceOfTheDestroyedOne)
     Fin * const second = Fin::create(0, used, true);
     Edge::destruct(used);
     Edge * const successor = edge(5, "new");
-    ASSERT_EQ(reinterpret_cast<std::uintptr_t>(successor), place);
+    tests::expectPlace(successor, place);
     Fin::destruct(first);
     EXPECT_EQ(edges().m_Entities.lookup(5), successor);
     Fin::destruct(Fin::create(0, successor, true));
