@@ -108,9 +108,8 @@ public:
         for (int const edge : m_Ledger.living(Ledger::Edge)) {
             auto * const made = as<Edge>(edge);
             std::vector<int> const & uses = m_Ledger[edge].uses;
-            if (made->getCurve() != as<Curve3D>(uses[0]) ||
-                made->getStartVertex() != as<Vertex>(uses[1]) ||
-                made->getEndVertex() != as<Vertex>(uses[2]))
+            if (made->getCurve() != entity(uses[0]) || made->getStartVertex() != entity(uses[1]) ||
+                made->getEndVertex() != entity(uses[2]))
                 return "what an edge uses";
         }
         return {};
@@ -124,9 +123,11 @@ private:
 
     static bool isShared(Ledger::Kind kind) { return kind <= Ledger::Edge; }
 
+    /// The entity of this number, dead or alive, null for 0.
+    Base * entity(int number) const { return number == 0 ? nullptr : m_Ledger[number].entity; }
     template <class Entity> Entity * as(int number) const
     {
-        return number == 0 ? nullptr : static_cast<Entity *>(m_Ledger[number].entity);
+        return static_cast<Entity *>(entity(number));
     }
 
     /// Something to use: one time in four nothing.
