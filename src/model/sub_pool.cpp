@@ -2,8 +2,12 @@
 #include "model/entity.h"
 #include "model/user_set.h"
 
+#include <keld-transl/attributes/annotation.h>
+#include <keld-transl/attributes/attribute.h>
 #include <keld-transl/model/point3d.h>
 #include <keld-transl/model/sub_pool.h>
+#include <keld-transl/product/hierarchy.h>
+#include <keld-transl/reporting/html_logger_entry.h>
 #include <keld-transl/reporting/logger.h>
 #include <keld-transl/topology/body.h>
 #include <keld-transl/topology/cartesian_coord.h>
@@ -46,6 +50,25 @@ template <class Entity> void destroyAll(EntityStore & store)
     }
 }
 
+/// Destroys the product structure: from the top, parts before assemblies, and then what has a
+/// parent though nobody above it goes, as a ring of assemblies has.
+void destroyHierarchies(EntityStore & store)
+{
+    IdTree const & tree = TableAccess::tree(store.m_Entities);
+    for (auto const type : {Hierarchy::Part, Hierarchy::Assembly}) {
+        std::vector<IdTree::Entry> top;
+        store.m_Entities.forEach([&](int id, Base * entity) {
+            auto * const node = static_cast<Hierarchy *>(entity);
+            if (node->getHierarchyType() == type && node->getParent() == nullptr)
+                top.push_back({id, entity});
+        });
+        for (IdTree::Entry const & entry : top)
+            if (tree.find(entry.id) == entry.value)
+                Hierarchy::destruct(static_cast<Hierarchy *>(static_cast<Base *>(entry.value)));
+    }
+    destroyAll<Hierarchy>(store);
+}
+
 /// Buckets of the set of names at first, and again when it has become empty.
 constexpr std::size_t InitialBuckets = 8;
 
@@ -86,6 +109,7 @@ unsigned int SubPool::GetAvailableId()
 
 void SubPool::clear()
 {
+    destroyHierarchies(m_Hierarchies);
     destroyAll<Body>(m_Bodies);
     destroyAll<Shell>(m_Shells);
     destroyAll<Face>(m_Faces);
@@ -100,6 +124,15 @@ void SubPool::clear()
     destroyAll<Point3D>(m_Points);
     destroyAll<SpotWeld>(m_SpotWelds);
     destroyAll<CartesianCoord>(m_CartesianCoords);
+    destroyAll<Annotation>(m_Annotations);
+    // Nothing lists the attributes any more, so none of them has to be looked for: `destruct` would
+    // go through the lists of all sub-pools for each.
+    std::vector<Attribute *> attributes;
+    attributes.swap(m_Attributes);
+    for (Attribute * const attribute : attributes)
+        delete attribute;
+    for (HtmlLoggerEntry * const entry : m_LoggerEntries)
+        HtmlLoggerEntry::destruct(entry);
     m_LoggerEntries.clear();
     if (m_Logger != nullptr)
         m_Logger->clear();
