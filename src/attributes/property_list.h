@@ -24,8 +24,8 @@ public:
             IValue::destruct(property->second);
     }
 
-    /// Does nothing when the name is there already.
-    void add(char const * name, IValue * value)
+    /// Adopts `value`. False, and nothing done, when the name is there already.
+    bool add(char const * name, IValue * value)
     {
         // A value must not be adopted halfway: what can fail comes first.
         if (m_Order.size() == m_Order.capacity())
@@ -33,6 +33,7 @@ public:
         auto const [property, isNew] = m_Map.try_emplace(name, value);
         if (isNew)
             m_Order.push_back(&*property);
+        return isNew;
     }
 
     bool forEach(bool (*callback)(char const *, IValue *, void *), void * user) const

@@ -57,9 +57,10 @@ long long streamSize(SubPool & subPool)
     std::sort(faces.begin(), faces.end());
     faces.erase(std::unique(faces.begin(), faces.end()), faces.end());
 
+    ModelContent const model(subPool);
     SizeCounter counter;
     for (Section const & section : sections())
-        section.count(counter, subPool);
+        section.count(counter, model);
     return counter.size();
 }
 
@@ -67,9 +68,10 @@ void writeModel(SharedMem & segment, SubPool & subPool)
 {
     if (segment.m_Base == nullptr)
         throw StreamError(creationFailure(segment));
+    ModelContent const model(subPool);
     StreamWriter writer(segment);
     for (Section const & section : sections())
-        section.write(writer, subPool);
+        section.write(writer, model);
     assert(writer.atEnd());
 }
 

@@ -6,7 +6,8 @@
 
 namespace transl_tk {
 
-/// Bytes of the model stream of `subPool`. Sorts its faces to split and drops doubles.
+/// Bytes of the model stream of `subPool`. Sorts its faces to split and drops doubles. Throws a
+/// `StreamError` when the model has no stream.
 long long streamSize(SubPool & subPool);
 
 /// Writes the model stream of `subPool` into `segment`, which `map` has tried to create at the

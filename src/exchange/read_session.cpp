@@ -1,8 +1,13 @@
 #include "exchange/read_session.h"
 
+#include "exchange/records/links.h"
+#include "exchange/stream_error.h"
 #include "geom/ownerless.h"
 
+#include <keld-transl/product/assembly.h>
+
 #include <algorithm>
+#include <unordered_map>
 
 namespace transl_tk {
 
@@ -42,8 +47,87 @@ void ReadSession::ownerless(geom::OwnedSurface surface)
         m_OwnerlessSurfaces.push_back(std::move(surface));
 }
 
+Attribute & ReadSession::makeAttribute(std::string const & name, Attribute::Type type)
+{
+    m_Attributes.reserve(m_Attributes.size() + 1);
+    return *m_Attributes.emplace_back(Attribute::create(name.c_str(), type));
+}
+
+namespace {
+
+/// Walks below each assembly by the ids of the children that the stream gives it.
+class RingFinder
+{
+public:
+    explicit RingFinder(std::unordered_map<int, std::vector<int> const *> childrenOf)
+        : m_ChildrenOf(std::move(childrenOf))
+    {}
+
+    /// Throws a `StreamError` when `id` stands below itself, or has something below it that does.
+    void walkBelow(int id)
+    {
+        enter(id);
+        while (!m_Way.empty()) {
+            auto & [assembly, children, next] = m_Way.back();
+            if (next == children->size()) {
+                m_Open[assembly] = false;
+                m_Way.pop_back();
+            } else {
+                enter((*children)[next++]);
+            }
+        }
+    }
+
+private:
+    struct Level
+    {
+        int assembly;
+        std::vector<int> const * children;
+        std::size_t next;
+    };
+
+    void enter(int id)
+    {
+        auto const found = m_ChildrenOf.find(id);
+        if (found == m_ChildrenOf.end())
+            return;
+        auto const [open, isNew] = m_Open.try_emplace(id, true);
+        if (isNew)
+            m_Way.push_back({id, found->second, 0});
+        else if (open->second)
+            throw StreamError("The model stream is not sound: the assembly " + std::to_string(id) +
+                              " is its own descendant.");
+    }
+
+    std::unordered_map<int, std::vector<int> const *> m_ChildrenOf;
+    std::unordered_map<int, bool> m_Open; ///< false once everything below has been seen
+    std::vector<Level> m_Way;
+};
+
+} // namespace
+
+void ReadSession::refuseRings() const
+{
+    std::unordered_map<int, std::vector<int> const *> childrenOf;
+    for (Links const & links : m_Links)
+        childrenOf.emplace(links.assembly->getId(), &links.children);
+    RingFinder finder(std::move(childrenOf));
+    for (Links const & links : m_Links)
+        finder.walkBelow(links.assembly->getId());
+}
+
+void ReadSession::linkChildren()
+{
+    refuseRings();
+    for (Links const & links : m_Links)
+        for (int const id : links.children)
+            if (auto * const child = lookUp<Hierarchy>(m_SubPool, id))
+                links.assembly->addChild(child);
+}
+
 void ReadSession::commit()
 {
+    linkChildren();
     for (geom::OwnedCurve & curve : m_OwnerlessCurves) {
         geom::rememberOwnerless(&m_SubPool, curve.get());
         curve.release();
@@ -52,6 +136,8 @@ void ReadSession::commit()
         geom::rememberOwnerless(&m_SubPool, surface.get());
         surface.release();
     }
+    for (ReportEntry const & entry : m_ReportEntries)
+        HtmlLoggerEntry::create(entry.text.c_str(), entry.entityType, entry.entryType);
     for (std::string & text : m_TextList)
         m_SubPool.m_TextList.push_back(std::move(text));
     m_SubPool.m_FacesToSplit.insert(m_SubPool.m_FacesToSplit.end(), m_FacesToSplit.begin(),
@@ -62,6 +148,8 @@ void ReadSession::commit()
 
 void ReadSession::rollBack() noexcept
 {
+    for (; !m_Attributes.empty(); m_Attributes.pop_back())
+        Attribute::destruct(m_Attributes.back());
     while (!m_Made.empty()) {
         Run const run = m_Made.back();
         m_Made.pop_back();

@@ -4,8 +4,10 @@
 #include "exchange/id_set.h"
 #include "geom/owned.h"
 
+#include <keld-transl/attributes/attribute.h>
 #include <keld-transl/model/base.h>
 #include <keld-transl/model/sub_pool.h>
+#include <keld-transl/reporting/html_logger_entry.h>
 #include <keld-transl/reporting/logger_policy.h>
 
 #include <array>
@@ -15,10 +17,12 @@
 
 namespace transl_tk {
 
+class Assembly;
+
 /// One reading of a model stream: what it has made so far, so that all of it can go again.
 ///
-/// Entities are made at once, since later records refer to them; lines of text and of the log wait
-/// until the whole stream has been read.
+/// Entities and attributes are made at once, since later records refer to them; report entries and
+/// lines of text and of the log wait until the whole stream has been read.
 class ReadSession
 {
 public:
@@ -28,6 +32,13 @@ public:
         cad::ILoggerPolicy::Type type;
         cad::ILoggerPolicy::SubType subType;
         bool show;
+    };
+
+    struct ReportEntry
+    {
+        std::string text;
+        HtmlLoggerEntry::EntityType entityType;
+        HtmlLoggerEntry::EntryType entryType;
     };
 
     explicit ReadSession(SubPool & subPool) : m_SubPool(subPool) {}
@@ -60,22 +71,41 @@ public:
         return entities.owned.insert(id) ? nullptr : "has an owner already";
     }
 
+    /// Makes an attribute of the model, which goes again should the reading fail.
+    Attribute & makeAttribute(std::string const & name, Attribute::Type type);
+
+    /// Where to put the ids of an assembly's children. Those that stand in the model at the end of
+    /// the reading become children then.
+    std::vector<int> & childrenOf(Assembly & assembly)
+    {
+        return m_Links.emplace_back(Links{&assembly, {}}).children;
+    }
+
     /// Takes a shape that nobody will own: the sub-pool frees it at its end unless somebody else
     /// does. Null is passed over.
     void ownerless(geom::OwnedCurve curve);
     void ownerless(geom::OwnedSurface surface);
 
-    /// Adds the texts to the model, for which nothing can fail any more but memory.
+    /// Links children to their assemblies and adds the texts to the model. Throws a `StreamError`,
+    /// and has done nothing, when an assembly would be its own descendant; nothing else can fail
+    /// any more but memory.
     void commit();
 
     /// Destroys what the reading made, the last first.
     void rollBack() noexcept;
 
+    std::vector<ReportEntry> m_ReportEntries;
     std::vector<std::string> m_TextList;
     std::vector<int> m_FacesToSplit;
     std::vector<LogEntry> m_LogEntries;
 
 private:
+    struct Links
+    {
+        Assembly * assembly;
+        std::vector<int> children;
+    };
+
     /// Entities of one store whose ids are a run without gaps.
     struct Run
     {
@@ -94,11 +124,15 @@ private:
         IdSet owned;
     };
 
+    void refuseRings() const;
+    void linkChildren();
     void prepare(Ownership & entities, EntityStore SubPool::*store) const;
     static bool isMade(Ownership const & entities, int id);
 
     SubPool & m_SubPool;
     std::vector<Run> m_Made;
+    std::vector<Attribute *> m_Attributes; ///< those that the reading made
+    std::vector<Links> m_Links;
     std::array<Ownership, EntityKindAnnotation + 1> m_Ownership;
     std::vector<geom::OwnedCurve> m_OwnerlessCurves;
     std::vector<geom::OwnedSurface> m_OwnerlessSurfaces;

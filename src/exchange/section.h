@@ -1,6 +1,7 @@
 #ifndef KELD_TRANSL_EXCHANGE_SECTION_H
 #define KELD_TRANSL_EXCHANGE_SECTION_H
 
+#include "exchange/model_content.h"
 #include "exchange/read_session.h"
 #include "exchange/size_counter.h"
 #include "exchange/stream_reader.h"
@@ -17,20 +18,21 @@ namespace transl_tk {
 struct Section
 {
     char const * name;
-    void (*count)(SizeCounter & counter, SubPool & subPool);
-    void (*write)(StreamWriter & writer, SubPool & subPool);
+    void (*count)(SizeCounter & counter, ModelContent const & model);
+    void (*write)(StreamWriter & writer, ModelContent const & model);
     void (*read)(StreamReader & reader, ReadSession & session);
 };
 
 /// All sections in the order of the stream.
 std::span<Section const> sections();
 
-/// A section whose content is put by `Content::put(sink, subPool)`, once into a `SizeCounter` and
+/// A section whose content is put by `Content::put(sink, model)`, once into a `SizeCounter` and
 /// once into a `StreamWriter`, and taken by `Content::read(reader, session)`.
 template <class Content> constexpr Section makeSection(char const * name)
 {
-    return {name, [](SizeCounter & counter, SubPool & subPool) { Content::put(counter, subPool); },
-            [](StreamWriter & writer, SubPool & subPool) { Content::put(writer, subPool); },
+    return {name,
+            [](SizeCounter & counter, ModelContent const & model) { Content::put(counter, model); },
+            [](StreamWriter & writer, ModelContent const & model) { Content::put(writer, model); },
             &Content::read};
 }
 
@@ -74,9 +76,9 @@ template <class Record> struct EntitySection
 
     static constexpr std::size_t RecordSize = fixedSizeOf<Record>();
 
-    template <class Sink> static void put(Sink & sink, SubPool & subPool)
+    template <class Sink> static void put(Sink & sink, ModelContent const & model)
     {
-        EntityTable const & entities = (subPool.*Record::Store).m_Entities;
+        EntityTable const & entities = (model.subPool.*Record::Store).m_Entities;
         sink.count(entities.size());
         if constexpr (Sink::CountsOnly) {
             sink.records(entities.size(), RecordSize);
@@ -109,9 +111,9 @@ template <class Record> struct VariableSection
 {
     using Entity = typename Record::Entity;
 
-    template <class Sink> static void put(Sink & sink, SubPool & subPool)
+    template <class Sink> static void put(Sink & sink, ModelContent const & model)
     {
-        EntityTable const & entities = (subPool.*Record::Store).m_Entities;
+        EntityTable const & entities = (model.subPool.*Record::Store).m_Entities;
         sink.count(entities.size());
         entities.forEach(
             [&](int, Base * entity) { Record::put(sink, *static_cast<Entity *>(entity)); });

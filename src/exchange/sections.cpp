@@ -1,5 +1,8 @@
+#include "exchange/records/annotation_record.h"
+#include "exchange/records/attribute_record.h"
 #include "exchange/records/carrier_records.h"
 #include "exchange/records/facet_record.h"
+#include "exchange/records/hierarchy_records.h"
 #include "exchange/records/point_record.h"
 #include "exchange/records/text_records.h"
 #include "exchange/records/topology_records.h"
@@ -10,18 +13,6 @@
 namespace transl_tk {
 
 namespace {
-
-/// The content of a section of which this library knows no records yet.
-struct NoRecords
-{
-    template <class Sink> static void put(Sink & sink, SubPool &) { sink.count(0); }
-
-    static void read(StreamReader & reader, ReadSession &)
-    {
-        if (reader.count(1) != 0)
-            reader.fail("this release knows no records of this section");
-    }
-};
 
 constexpr std::array Table = {
     makeSection<VariableSection<TriStripRecord>>("facets"),
@@ -38,12 +29,12 @@ constexpr std::array Table = {
     makeSection<VariableSection<FaceRecord>>("faces"),
     makeSection<VariableSection<ShellRecord>>("shells"),
     makeSection<VariableSection<BodyRecord>>("bodies"),
-    makeSection<NoRecords>("annotations"),
-    makeSection<NoRecords>("assemblies"),
-    makeSection<NoRecords>("parts"),
-    makeSection<NoRecords>("instances"),
-    makeSection<NoRecords>("attributes"),
-    makeSection<NoRecords>("HTML report entries"),
+    makeSection<VariableSection<AnnotationRecord>>("annotations"),
+    makeSection<AssembliesContent>("assemblies"),
+    makeSection<PartsContent>("parts"),
+    makeSection<InstancesContent>("instances"),
+    makeSection<AttributesContent>("attributes"),
+    makeSection<ReportEntriesContent>("HTML report entries"),
     makeSection<TextListContent>("text list"),
     makeSection<FacesToSplitContent>("faces to split"),
     makeSection<LogContent>("log entries"),

@@ -15,7 +15,9 @@ public:
     static constexpr bool CountsOnly = true;
 
     constexpr void u8(bool const &) { m_Size += 1; }
+    constexpr void byte(unsigned char) { m_Size += 1; }
     constexpr void i32(int const &) { m_Size += 4; }
+    constexpr void f32(float) { m_Size += 4; }
     template <std::size_t Count> constexpr void f64(double const (&)[Count])
     {
         m_Size += static_cast<long long>(8 * Count);

@@ -48,7 +48,9 @@ public:
         bytes(&byte, 1);
         value = byte != 0;
     }
+    void byte(unsigned char & value) { bytes(&value, 1); }
     void i32(int & value) { bytes(&value, 4); }
+    void f32(float & value) { bytes(&value, 4); }
     void f64(double & value) { bytes(&value, 8); }
     template <std::size_t Count> void f64(double (&values)[Count]) { bytes(values, 8 * Count); }
     template <std::size_t Count> void f64(std::array<double, Count> & values)

@@ -41,7 +41,9 @@ public:
         unsigned char const byte = value ? 1 : 0;
         bytes(&byte, 1);
     }
+    void byte(unsigned char value) { bytes(&value, 1); }
     void i32(int const & value) { bytes(&value, 4); }
+    void f32(float value) { bytes(&value, 4); }
     template <std::size_t Count> void f64(double const (&values)[Count])
     {
         bytes(values, 8 * Count);

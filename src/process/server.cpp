@@ -11,6 +11,8 @@
 #include <keld-transl/model/pool.h>
 #include <keld-transl/process/exec_io.h>
 #include <keld-transl/process/server.h>
+#include <keld-transl/product/component.h>
+#include <keld-transl/reporting/logger_policy.h>
 
 #include <cstdlib>
 #include <cstring>
@@ -88,6 +90,14 @@ bool findOption(IExecIO & options, char const * name, std::string & text)
 /// Says in the report what the process was at when it failed. Runs on the faulting thread.
 int onCrash(int /*signal*/, int answer)
 {
+    SubPool const * const subPool = CurrentSubPool::get();
+    Component const * const component =
+        subPool != nullptr ? subPool->m_Logger->getProcessingComponent() : nullptr;
+    // Names are read by an operation that is not const, and changes nothing.
+    if (component != nullptr)
+        proxy().m_Stream->post(StreamPolicy::Plain)
+            << "\nProcess failed while reading component: "
+            << const_cast<Component *>(component)->getName() << std::endl;
     proxy().m_Stream->post(StreamPolicy::Plain)
         << "\nVORN wrote a dump file (" << crash_report_get_filename() << ") !!!" << std::endl;
     return answer;
@@ -212,9 +222,12 @@ long long Server::writeSharedMem(std::string const & name)
     SubPool * const subPool = CurrentSubPool::get();
     if (subPool == nullptr)
         return 0;
-    long long const size = streamSize(*subPool);
-    if (size >= 1 && !name.empty())
-        runExchange([&] { writeModel(newSegment(name, size, true), *subPool); });
+    long long size = 0;
+    runExchange([&] {
+        size = streamSize(*subPool);
+        if (size >= 1 && !name.empty())
+            writeModel(newSegment(name, size, true), *subPool);
+    });
     return size;
 }
 

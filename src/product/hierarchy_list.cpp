@@ -14,20 +14,27 @@ std::size_t HierarchyList::slotOf(Hierarchy const * node) const noexcept
 
 HierarchyList::Entry * HierarchyList::find(Hierarchy const * node) noexcept
 {
+    std::size_t const position = positionOf(node);
+    return position != NoPosition ? &m_Entries[position] : nullptr;
+}
+
+std::size_t HierarchyList::positionOf(Hierarchy const * node) const noexcept
+{
     if (node == nullptr)
-        return nullptr;
+        return NoPosition;
     if (!m_Index) {
         auto const entry = std::find_if(m_Entries.begin(), m_Entries.end(),
                                         [&](Entry const & each) { return each.hierarchy == node; });
-        return entry != m_Entries.end() ? &*entry : nullptr;
+        return entry != m_Entries.end() ? static_cast<std::size_t>(entry - m_Entries.begin())
+                                        : NoPosition;
     }
     // A slot whose node has gone leads to a gap, to no entry, or to one that came later: no match.
     for (std::size_t slot = slotOf(node); m_Index[slot] != 0; slot = (slot + 1) & (m_Slots - 1)) {
         std::size_t const position = m_Index[slot] - 1;
         if (position < m_Entries.size() && m_Entries[position].hierarchy == node)
-            return &m_Entries[position];
+            return position;
     }
-    return nullptr;
+    return NoPosition;
 }
 
 void HierarchyList::enterInIndex(std::size_t position) noexcept

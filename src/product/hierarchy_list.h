@@ -34,6 +34,7 @@ public:
 
     /// The entry of a node, valid until the next change; null when it is not listed, or is null.
     Entry * find(Hierarchy const * node) noexcept;
+    bool contains(Hierarchy const * node) const noexcept { return positionOf(node) != NoPosition; }
 
     /// Adds a node that is not listed yet; one that is keeps its number.
     void insert(Hierarchy * node, int number);
@@ -47,9 +48,25 @@ public:
     /// The nodes in ascending order of their numbers; of equal numbers the first that arrived.
     std::vector<HierarchyRef> byNumber() const;
 
+    /// Calls `visit(node)` for each of them, none of which may come or go meanwhile.
+    template <class Visit> void visitByNumber(Visit visit) const
+    {
+        if (m_Ascending) {
+            for (Entry const & each : m_Entries)
+                if (each.hierarchy != nullptr)
+                    visit(static_cast<HierarchyRef const &>(each));
+        } else {
+            for (HierarchyRef const & each : byNumber())
+                visit(each);
+        }
+    }
+
 private:
     static constexpr std::size_t LongestWithoutIndex = 32;
 
+    static constexpr std::size_t NoPosition = SIZE_MAX;
+
+    std::size_t positionOf(Hierarchy const * node) const noexcept;
     std::size_t slotOf(Hierarchy const * node) const noexcept;
     void enterInIndex(std::size_t position) noexcept;
     void closeGaps() noexcept;

@@ -22,6 +22,8 @@ public:
     /// Second step: hands over all children but the instances. They are to be freed before this is.
     std::vector<HierarchyRef> takeComponents();
 
+    HierarchyList const & children() const { return m_Children; }
+
     Type getHierarchyType() override { return Hierarchy::Assembly; }
     void addChild(Hierarchy * child) override;
     void removeChild(Hierarchy * child) override;

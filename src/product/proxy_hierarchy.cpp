@@ -34,6 +34,11 @@ void ProxyHierarchy::keepTransform(double const * transform)
     std::memcpy(m_Transform->values.data(), transform, sizeof(identity));
 }
 
+bool ProxyHierarchy::hasIdentity() const
+{
+    return !m_Transform || m_Transform->values == identity;
+}
+
 void ProxyHierarchy::keepParent(Assembly * parent) noexcept
 {
     m_Parent = parent;

@@ -20,6 +20,9 @@ public:
 
     void copyTransform(double * transform) const;
     void keepTransform(double const * transform);
+    /// Whether the transform equals the identity number by number, as one with a negative zero does
+    /// and one with a NaN does not.
+    bool hasIdentity() const;
 
     Assembly * parent() const noexcept { return m_Parent; }
     void keepParent(Assembly * parent) noexcept;
@@ -53,6 +56,7 @@ public:
     transl_tk::Assembly * getParent() override { return this->parent(); }
     void setParent(transl_tk::Assembly * parent) override { this->keepParent(parent); }
 
+    using Hidden::hasIdentity;
     using Hidden::livingParent;
 
     /// Leaves the parent when there still is one; the pointer to it stays.

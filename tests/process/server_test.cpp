@@ -5,6 +5,8 @@
 
 #include <keld-transl/process/exec_io.h>
 #include <keld-transl/process/server.h>
+#include <keld-transl/product/part.h>
+#include <keld-transl/reporting/logger_policy.h>
 
 #include <csignal>
 #include <fcntl.h>
@@ -196,6 +198,48 @@ TEST_F(GeneratorTest, ACrashLeavesADumpAndSaysWhereInTheStream)
         ::dup2(file, STDOUT_FILENO);
         Server::echo_start(StreamPolicy::StreamOnly, "");
         Server::SetDumpFileGenerator(m_Options.get());
+        return std::raise(SIGSEGV);
+    });
+    EXPECT_EQ(translator.wait(), -SIGSEGV);
+    ASSERT_NE(onlyFile(), "");
+    EXPECT_EQ(contentOf(output / "stdout"), "\nVORN wrote a dump file (" + onlyFile() + ") !!!\n");
+}
+
+TEST_F(GeneratorTest, ACrashNamesTheComponentThatWasBeingRead)
+{
+    tests::ScopedEnvironment const unwanted("TRANSL_REPORT_FILE", std::nullopt);
+    tests::TemporaryDirectory const output;
+    add("dump_directory", directory().c_str());
+    tests::Child translator([&] {
+        int const file = ::open((output / "stdout").c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
+        ::dup2(file, STDOUT_FILENO);
+        Server::echo_start(StreamPolicy::StreamOnly, "");
+        Server::SetDumpFileGenerator(m_Options.get());
+        Pool::construct("model");
+        Pool::getInstance()->logger()->setProcessingComponent(Part::create(0, "hinge"));
+        return std::raise(SIGSEGV);
+    });
+    EXPECT_EQ(translator.wait(), -SIGSEGV);
+    ASSERT_NE(onlyFile(), "");
+    EXPECT_EQ(contentOf(output / "stdout"), "\nProcess failed while reading component: hinge\n"
+                                            "\nVORN wrote a dump file (" +
+                                                onlyFile() + ") !!!\n");
+}
+
+TEST_F(GeneratorTest, ACrashNamesNoComponentThatIsGone)
+{
+    tests::ScopedEnvironment const unwanted("TRANSL_REPORT_FILE", std::nullopt);
+    tests::TemporaryDirectory const output;
+    add("dump_directory", directory().c_str());
+    tests::Child translator([&] {
+        int const file = ::open((output / "stdout").c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
+        ::dup2(file, STDOUT_FILENO);
+        Server::echo_start(StreamPolicy::StreamOnly, "");
+        Server::SetDumpFileGenerator(m_Options.get());
+        Pool::construct("model");
+        Part * const part = Part::create(0, "hinge");
+        Pool::getInstance()->logger()->setProcessingComponent(part);
+        Hierarchy::destruct(part);
         return std::raise(SIGSEGV);
     });
     EXPECT_EQ(translator.wait(), -SIGSEGV);

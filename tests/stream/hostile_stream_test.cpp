@@ -97,13 +97,6 @@ TEST_F(HostileStream, CountsThatCannotBeAreRefusedBeforeAnythingIsMade)
     }
 }
 
-TEST_F(HostileStream, RecordsOfAnUnknownSectionAreRefused)
-{
-    Bytes stream(108, 0);
-    stream[56] = 1;
-    expectRefused(stream, "section 15 (annotations)");
-}
-
 TEST_F(HostileStream, ASegmentSmallerThanAnnouncedIsRefused)
 {
     tests::ScopedSegment const segment(m_Name, Bytes(108, 0));

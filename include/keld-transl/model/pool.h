@@ -68,7 +68,8 @@ public:
     bool findFaceToSplit(int id);
 
     /// Size in bytes of the model stream of the current sub-pool, exactly what
-    /// `Server::writeSharedMem` writes. Sorts `m_FacesToSplit` and drops what stands in it twice.
+    /// `Server::writeSharedMem` writes. Sorts `m_FacesToSplit` and drops what stands in it twice. 0
+    /// and an `Error` line for a model with an assembly that is its own descendant.
     long long getSize();
 
 private:

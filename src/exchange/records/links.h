@@ -11,12 +11,18 @@
 
 namespace transl_tk {
 
+class Annotation;
+class Body;
+class CartesianCoord;
 class Curve3D;
 class Edge;
 class Face;
 class Fin;
+class Hierarchy;
 class Loop;
+class Point3D;
 class Shell;
+class SpotWeld;
 class Surface;
 class TriStrip;
 class UVCurve;
@@ -31,6 +37,21 @@ struct EntityPlace
 };
 
 template <class Entity> inline constexpr EntityPlace PlaceOf{};
+template <>
+inline constexpr EntityPlace PlaceOf<Annotation>{EntityKindAnnotation, &SubPool::m_Annotations,
+                                                 "annotation"};
+template <> inline constexpr EntityPlace PlaceOf<Body>{EntityKindBody, &SubPool::m_Bodies, "body"};
+template <>
+inline constexpr EntityPlace PlaceOf<CartesianCoord>{
+    EntityKindCartesianCoord, &SubPool::m_CartesianCoords, "coordinate system"};
+template <>
+inline constexpr EntityPlace PlaceOf<Hierarchy>{EntityKindHierarchy, &SubPool::m_Hierarchies,
+                                                "hierarchy"};
+template <>
+inline constexpr EntityPlace PlaceOf<Point3D>{EntityKindPoint3D, &SubPool::m_Points, "point"};
+template <>
+inline constexpr EntityPlace PlaceOf<SpotWeld>{EntityKindSpotWeld, &SubPool::m_SpotWelds,
+                                               "spot weld"};
 template <>
 inline constexpr EntityPlace PlaceOf<TriStrip>{EntityKindTriStrip, &SubPool::m_TriStrips, "facets"};
 template <>
@@ -52,24 +73,33 @@ inline constexpr EntityPlace PlaceOf<Shell>{EntityKindShell, &SubPool::m_Shells,
 constexpr int NoEntity = -1;
 
 /// The entity of that id in the model, null when there is none.
-template <class Entity> Entity * resolve(SubPool & subPool, int id)
+template <class Entity> Entity * lookUp(SubPool & subPool, int id)
 {
-    if (id == NoEntity)
-        return nullptr;
     void * const entity = TableAccess::tree((subPool.*PlaceOf<Entity>.store).m_Entities).find(id);
     return static_cast<Entity *>(static_cast<Base *>(entity));
 }
 
-/// The same for an entity that is to get an owner. Fails when somebody owns it already: the model
+/// The same, where `NoEntity` stands for none.
+template <class Entity> Entity * resolve(SubPool & subPool, int id)
+{
+    return id != NoEntity ? lookUp<Entity>(subPool, id) : nullptr;
+}
+
+/// Notes that an entity of the model gets an owner. Fails when somebody owns it already: the model
 /// would free it twice.
-template <class Entity> Entity * resolveOwned(StreamReader const & reader, int id)
+template <class Entity> void takeOwnership(StreamReader const & reader, int id)
 {
     constexpr EntityPlace Place = PlaceOf<Entity>;
-    Entity * const entity = resolve<Entity>(reader.session().subPool(), id);
-    if (entity == nullptr)
-        return nullptr;
     if (char const * const reason = reader.session().own(Place.kind, Place.store, id))
         reader.fail("the " + std::string(Place.name) + " " + std::to_string(id) + " " + reason);
+}
+
+/// `resolve` for an entity that gets an owner.
+template <class Entity> Entity * resolveOwned(StreamReader const & reader, int id)
+{
+    Entity * const entity = resolve<Entity>(reader.session().subPool(), id);
+    if (entity != nullptr)
+        takeOwnership<Entity>(reader, id);
     return entity;
 }
 

@@ -2,6 +2,22 @@
 
 namespace transl_tk {
 
+void ReportEntriesContent::read(StreamReader & reader, ReadSession & session)
+{
+    constexpr std::size_t LeastSize = 12;
+    for (std::size_t left = reader.count(LeastSize); left != 0; --left) {
+        reader.beginRecord();
+        ReadSession::ReportEntry & entry = session.m_ReportEntries.emplace_back();
+        int entityType = 0;
+        int entryType = 0;
+        reader.string(entry.text);
+        reader.i32(entityType);
+        reader.i32(entryType);
+        entry.entityType = static_cast<HtmlLoggerEntry::EntityType>(entityType);
+        entry.entryType = static_cast<HtmlLoggerEntry::EntryType>(entryType);
+    }
+}
+
 void TextListContent::read(StreamReader & reader, ReadSession & session)
 {
     for (std::size_t left = reader.count(4); left != 0; --left) {

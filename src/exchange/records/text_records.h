@@ -7,13 +7,29 @@
 
 namespace transl_tk {
 
+/// The entries of the report page: text, what it is about, and the type of the entry.
+struct ReportEntriesContent
+{
+    template <class Sink> static void put(Sink & sink, ModelContent const & model)
+    {
+        sink.count(model.subPool.m_LoggerEntries.size());
+        for (HtmlLoggerEntry * const entry : model.subPool.m_LoggerEntries) {
+            sink.string(entry->getText());
+            sink.i32(entry->getEntityType());
+            sink.i32(entry->getEntryType());
+        }
+    }
+
+    static void read(StreamReader & reader, ReadSession & session);
+};
+
 /// The lines of `SubPool::m_TextList`. One is sized and written up to its first zero byte.
 struct TextListContent
 {
-    template <class Sink> static void put(Sink & sink, SubPool & subPool)
+    template <class Sink> static void put(Sink & sink, ModelContent const & model)
     {
-        sink.count(subPool.m_TextList.size());
-        for (std::string const & text : subPool.m_TextList)
+        sink.count(model.subPool.m_TextList.size());
+        for (std::string const & text : model.subPool.m_TextList)
             sink.string(text.c_str());
     }
 
@@ -23,10 +39,10 @@ struct TextListContent
 /// The ids of `SubPool::m_FacesToSplit`.
 struct FacesToSplitContent
 {
-    template <class Sink> static void put(Sink & sink, SubPool & subPool)
+    template <class Sink> static void put(Sink & sink, ModelContent const & model)
     {
-        sink.count(subPool.m_FacesToSplit.size());
-        for (int const id : subPool.m_FacesToSplit)
+        sink.count(model.subPool.m_FacesToSplit.size());
+        for (int const id : model.subPool.m_FacesToSplit)
             sink.i32(id);
     }
 
@@ -40,11 +56,11 @@ struct LogContent
     /// List 5 stays in the process that wrote it.
     static constexpr std::array<cad::ILoggerPolicy::Type, 5> Lists = {1, 2, 3, 4, 6};
 
-    template <class Sink> static void put(Sink & sink, SubPool & subPool)
+    template <class Sink> static void put(Sink & sink, ModelContent const & model)
     {
         for (int const list : Lists) {
             std::size_t entries = 0;
-            subPool._logger()->for_each_entry(
+            model.subPool._logger()->for_each_entry(
                 list,
                 [](char const *, cad::ILoggerPolicy::SubType const &, bool const &, void * count) {
                     ++*static_cast<std::size_t *>(count);
@@ -54,7 +70,7 @@ struct LogContent
             sink.count(entries);
         }
         for (int const list : Lists)
-            subPool._logger()->for_each_entry(
+            model.subPool._logger()->for_each_entry(
                 list,
                 [](char const * text, cad::ILoggerPolicy::SubType const & subType,
                    bool const & show, void * context) {
