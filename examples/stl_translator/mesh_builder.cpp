@@ -7,7 +7,7 @@ namespace stl {
 
 namespace {
 
-/// Corners whose slots are fetched into the cache together.
+/// Corners whose slots, and then vertices, are fetched into the cache together.
 constexpr std::size_t BlockSize = 96;
 constexpr std::size_t FewestSlots = 2 * BlockSize;
 
@@ -45,6 +45,10 @@ void MeshBuilder::addBlock(Corner const * corners, std::size_t count)
     for (std::size_t i = 0; i < count; ++i) {
         slots[i] = slotOf(corners[i]);
         __builtin_prefetch(&m_Slots[slots[i]]);
+    }
+    for (std::size_t i = 0; i < count; ++i) {
+        if (std::uint32_t const slot = m_Slots[slots[i]])
+            __builtin_prefetch(&m_Mesh.vertices[slot - 1]);
     }
 
     std::size_t const mask = m_Slots.size() - 1;

@@ -25,11 +25,12 @@ using translator_kit::Run;
 constexpr std::size_t HeadSize = 512;
 constexpr std::string_view ByteOrderMark = "\xef\xbb\xbf";
 constexpr std::string_view Blanks = " \t\r\n\v\f";
+constexpr char EndOfText = '\x1a'; // some programs still write it
 
 bool isText(std::string_view head)
 {
     return std::none_of(head.begin(), head.end(), [](char c) {
-        return c >= '\0' && c < ' ' && Blanks.find(c) == Blanks.npos;
+        return c >= '\0' && c < ' ' && Blanks.find(c) == Blanks.npos && c != EndOfText;
     });
 }
 

@@ -92,7 +92,8 @@ void computeNormal(float const * const (&corners)[3], float (&normal)[3])
     }
     double const cross[3] = {u[1] * v[2] - u[2] * v[1], u[2] * v[0] - u[0] * v[2],
                              u[0] * v[1] - u[1] * v[0]};
-    double const length = std::hypot(cross[0], cross[1], cross[2]);
+    double const length =
+        std::sqrt(cross[0] * cross[0] + cross[1] * cross[1] + cross[2] * cross[2]);
     for (int i = 0; i < 3; ++i)
         normal[i] = length > 0 ? static_cast<float>(cross[i] / length + 0.0) : 0.0F;
 }
