@@ -3,7 +3,14 @@
 
 /// The whole public interface of the toolkit.
 
+#include <keld-transl/attributes/annotation.h>
+#include <keld-transl/attributes/attribute.h>
+#include <keld-transl/attributes/branch.h>
+#include <keld-transl/attributes/leaf.h>
+#include <keld-transl/attributes/node.h>
+#include <keld-transl/attributes/node_tree.h>
 #include <keld-transl/attributes/option.h>
+#include <keld-transl/attributes/parameter.h>
 #include <keld-transl/attributes/value.h>
 #include <keld-transl/exchange/shared_mem.h>
 #include <keld-transl/geom/bspline_curve.h>

@@ -24,6 +24,8 @@ public:
 
     /// Takes a dead entity out of whatever sub-pool but the current one still lists it.
     static void leaveOthers(EntityStore SubPool::*store, int id, Base const * entity) noexcept;
+    /// The same for an attribute.
+    static void leaveOthers(Attribute const * attribute) noexcept;
 };
 
 /// The library's way into the tables of entities.

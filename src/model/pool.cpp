@@ -148,4 +148,11 @@ void CurrentSubPool::leaveOthers(EntityStore SubPool::*store, int id, Base const
     }
 }
 
+void CurrentSubPool::leaveOthers(Attribute const * attribute) noexcept
+{
+    for (auto const & [name, subPool] : Pool::m_Pool->m_SubPools)
+        if (subPool != nullptr)
+            std::erase(subPool->m_Attributes, attribute);
+}
+
 } // namespace transl_tk

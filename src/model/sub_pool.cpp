@@ -2,6 +2,8 @@
 #include "model/entity.h"
 #include "model/user_set.h"
 
+#include <keld-transl/attributes/annotation.h>
+#include <keld-transl/attributes/attribute.h>
 #include <keld-transl/model/point3d.h>
 #include <keld-transl/model/sub_pool.h>
 #include <keld-transl/reporting/logger.h>
@@ -100,6 +102,13 @@ void SubPool::clear()
     destroyAll<Point3D>(m_Points);
     destroyAll<SpotWeld>(m_SpotWelds);
     destroyAll<CartesianCoord>(m_CartesianCoords);
+    destroyAll<Annotation>(m_Annotations);
+    // Nothing lists the attributes any more, so none of them has to be looked for: `destruct` would
+    // go through the lists of all sub-pools for each.
+    std::vector<Attribute *> attributes;
+    attributes.swap(m_Attributes);
+    for (Attribute * const attribute : attributes)
+        delete attribute;
     m_LoggerEntries.clear();
     if (m_Logger != nullptr)
         m_Logger->clear();
