@@ -53,6 +53,16 @@
 #include <keld-transl/process/product_paths.h>
 #include <keld-transl/process/rwfd.h>
 #include <keld-transl/process/server.h>
+#include <keld-transl/product/assembly.h>
+#include <keld-transl/product/component.h>
+#include <keld-transl/product/gather_hierarchies.h>
+#include <keld-transl/product/hierarchy.h>
+#include <keld-transl/product/instance.h>
+#include <keld-transl/product/part.h>
+#include <keld-transl/product/traverse_hierarchy.h>
+#include <keld-transl/product/units.h>
+#include <keld-transl/reporting/html_logger.h>
+#include <keld-transl/reporting/html_logger_entry.h>
 #include <keld-transl/reporting/lib_configure.h>
 #include <keld-transl/reporting/logger.h>
 #include <keld-transl/reporting/logger_policy.h>

@@ -26,6 +26,10 @@ public:
     static void leaveOthers(EntityStore SubPool::*store, int id, Base const * entity) noexcept;
     /// The same for an attribute.
     static void leaveOthers(Attribute const * attribute) noexcept;
+
+    /// Whether an entity stands under `id` in a store of any sub-pool. The current one is asked
+    /// first; the pointer is not followed.
+    static bool holds(EntityStore SubPool::*store, int id, Base const * entity) noexcept;
 };
 
 /// The library's way into the tables of entities.

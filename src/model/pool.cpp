@@ -2,6 +2,8 @@
 
 #include <keld-transl/model/pool.h>
 
+#include <algorithm>
+
 namespace transl_tk {
 
 Pool * Pool::m_Pool = nullptr;
@@ -146,6 +148,21 @@ void CurrentSubPool::leaveOthers(EntityStore SubPool::*store, int id, Base const
         if (tree.find(id) == entity)
             tree.erase(id);
     }
+}
+
+bool CurrentSubPool::holds(EntityStore SubPool::*store, int id, Base const * entity) noexcept
+{
+    if (Pool::m_Pool == nullptr)
+        return false;
+    auto const listedIn = [&](SubPool * subPool) {
+        return subPool != nullptr &&
+               TableAccess::tree((subPool->*store).m_Entities).find(id) == entity;
+    };
+    if (listedIn(get()))
+        return true;
+    Pool::SubPools const & all = Pool::m_Pool->m_SubPools;
+    return std::any_of(all.begin(), all.end(),
+                       [&](auto const & entry) { return listedIn(entry.second); });
 }
 
 void CurrentSubPool::leaveOthers(Attribute const * attribute) noexcept

@@ -6,6 +6,8 @@
 #include <keld-transl/attributes/attribute.h>
 #include <keld-transl/model/point3d.h>
 #include <keld-transl/model/sub_pool.h>
+#include <keld-transl/product/hierarchy.h>
+#include <keld-transl/reporting/html_logger_entry.h>
 #include <keld-transl/reporting/logger.h>
 #include <keld-transl/topology/body.h>
 #include <keld-transl/topology/cartesian_coord.h>
@@ -48,6 +50,25 @@ template <class Entity> void destroyAll(EntityStore & store)
     }
 }
 
+/// Destroys the product structure: from the top, parts before assemblies, and then what has a parent
+/// though nobody above it goes, as a ring of assemblies has.
+void destroyHierarchies(EntityStore & store)
+{
+    IdTree const & tree = TableAccess::tree(store.m_Entities);
+    for (auto const type : {Hierarchy::Part, Hierarchy::Assembly}) {
+        std::vector<IdTree::Entry> top;
+        store.m_Entities.forEach([&](int id, Base * entity) {
+            auto * const node = static_cast<Hierarchy *>(entity);
+            if (node->getHierarchyType() == type && node->getParent() == nullptr)
+                top.push_back({id, entity});
+        });
+        for (IdTree::Entry const & entry : top)
+            if (tree.find(entry.id) == entry.value)
+                Hierarchy::destruct(static_cast<Hierarchy *>(static_cast<Base *>(entry.value)));
+    }
+    destroyAll<Hierarchy>(store);
+}
+
 /// Buckets of the set of names at first, and again when it has become empty.
 constexpr std::size_t InitialBuckets = 8;
 
@@ -88,6 +109,7 @@ unsigned int SubPool::GetAvailableId()
 
 void SubPool::clear()
 {
+    destroyHierarchies(m_Hierarchies);
     destroyAll<Body>(m_Bodies);
     destroyAll<Shell>(m_Shells);
     destroyAll<Face>(m_Faces);
@@ -109,6 +131,8 @@ void SubPool::clear()
     attributes.swap(m_Attributes);
     for (Attribute * const attribute : attributes)
         delete attribute;
+    for (HtmlLoggerEntry * const entry : m_LoggerEntries)
+        HtmlLoggerEntry::destruct(entry);
     m_LoggerEntries.clear();
     if (m_Logger != nullptr)
         m_Logger->clear();

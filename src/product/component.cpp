@@ -1,0 +1,7 @@
+#include <keld-transl/product/component.h>
+
+namespace transl_tk {
+
+Component::~Component() = default;
+
+} // namespace transl_tk
