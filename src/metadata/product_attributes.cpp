@@ -1,5 +1,6 @@
 #include "metadata/value_text.h"
 
+#include <keld-common/text_tree.h>
 #include <keld-transl/attributes/attribute.h>
 #include <keld-transl/metadata/product_attributes.h>
 #include <keld-transl/product/assembly.h>

@@ -1,7 +1,6 @@
 #ifndef KELD_TRANSL_METADATA_PRODUCT_ATTRIBUTES_H
 #define KELD_TRANSL_METADATA_PRODUCT_ATTRIBUTES_H
 
-#include <keld-common/text_tree.h>
 #include <keld-transl/metadata/comment_attributes.h>
 #include <keld-transl/metadata/hierarchy_info.h>
 #include <keld-transl/product/hierarchy.h>
@@ -10,6 +9,8 @@
 #include <string>
 #include <unordered_map>
 #include <vector>
+
+struct TreeS_P;
 
 namespace transl_tk {
 
@@ -35,10 +36,10 @@ public:
     /// or instance. `pair` points at a `std::pair<ProductAttributes *, Attribute *>`. Returns true.
     static bool insertHierarchyAttribute(Base * const entity, void * pair);
 
-    /// Makes a tree of texts from the attributes of `hierarchy`, which the caller frees with
-    /// `FreeTreeS_P`; keys do not heed the case of letters. A value stands under "CAD/" and the
-    /// attribute's name; the last of several is the one that stays. The comments stand under
-    /// "CAD/Comment". Values read as in `CommentAttributes::setComment`.
+    /// Makes a tree of texts (keld-common/text_tree.h) from the attributes of `hierarchy`, which
+    /// the caller frees with `FreeTreeS_P`; its keys do not heed the case of letters. A value
+    /// stands under "CAD/" and the attribute's name; the last of several is the one that stays. The
+    /// comments stand under "CAD/Comment". Values read as in `CommentAttributes::setComment`.
     ///
     /// Null when no attribute of type 2 hangs on `hierarchy`. A std::bad_alloc when the tree cannot
     /// be made.

@@ -2,6 +2,7 @@
 #include "support/models.h"
 #include "unit/metadata/attribute_contents.h"
 
+#include <keld-common/text_tree.h>
 #include <keld-transl/metadata/product_attributes.h>
 #include <keld-transl/product/assembly.h>
 #include <keld-transl/product/instance.h>
