@@ -47,11 +47,11 @@ public:
         return content != nullptr;
     }
 
-    /// The number of values that make pairs, which must be there.
+    /// Reads a number of values that are to follow, as one of pairs. Whether they do is not known.
     bool readPairs(int & pairs)
     {
         int values = 0;
-        if (!read(values) || values < 0 || values % 2 != 0 || values > m_Left)
+        if (!read(values) || values < 0 || values % 2 != 0)
             return false;
         pairs = values / 2;
         return true;

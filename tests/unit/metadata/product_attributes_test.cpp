@@ -142,7 +142,9 @@ TEST_F(ProductAttributesTest, OfAFaceAreNotFiled)
     std::pair<ProductAttributes *, Attribute *> pair(&m_Attributes,
                                                      tests::anAttribute("Mass", 2, {1.5}));
     EXPECT_TRUE(ProductAttributes::insertHierarchyAttribute(face, &pair));
-    EXPECT_EQ(texts(m_Part), NoTree);
+    // The face's address alone is looked for.
+    auto * const asItem = reinterpret_cast<Hierarchy *>(static_cast<Base *>(face));
+    EXPECT_EQ(m_Attributes.calcHierarchyAttributes(asItem), nullptr);
     EXPECT_TRUE(ProductAttributes::insertHierarchyAttribute(m_Part, &pair));
     EXPECT_EQ(texts(m_Part), (Texts{{"CAD/Mass", "1.5"}}));
     file(face, "Weight", {2})->addEntity(m_Part);
