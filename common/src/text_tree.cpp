@@ -71,13 +71,15 @@ struct TreeS_P
 
 namespace {
 
-void insert(TreeS_P & tree, char const * key, char * text)
+using Place = std::map<Levels, char *, ByLevels>::iterator;
+
+void insert(TreeS_P & tree, Place place, char const * key, char * text)
 {
     char * const copy = tree.m_Duplicate(key);
     if (copy == nullptr)
         throw std::bad_alloc();
     try {
-        tree.m_Texts.emplace(splitInPlace(copy, std::strlen(copy)), text);
+        tree.m_Texts.emplace_hint(place, splitInPlace(copy, std::strlen(copy)), text);
     } catch (...) {
         tree.m_Release(copy);
         throw;
@@ -87,10 +89,11 @@ void insert(TreeS_P & tree, char const * key, char * text)
 void set(TreeS_P & tree, char const * key, char * text)
 {
     std::string copy = key;
-    auto const found = tree.m_Texts.find(splitInPlace(copy.data(), copy.size()));
-    if (found == tree.m_Texts.end())
-        insert(tree, key, text);
-    else if (char * const old = std::exchange(found->second, text); old != text)
+    Levels const levels = splitInPlace(copy.data(), copy.size());
+    Place const place = tree.m_Texts.lower_bound(levels);
+    if (place == tree.m_Texts.end() || tree.m_Texts.key_comp()(levels, place->first))
+        insert(tree, place, key, text);
+    else if (char * const old = std::exchange(place->second, text); old != text)
         tree.m_Release(old);
 }
 
