@@ -50,8 +50,8 @@ template <class Entity> void destroyAll(EntityStore & store)
     }
 }
 
-/// Destroys the product structure: from the top, parts before assemblies, and then what has a parent
-/// though nobody above it goes, as a ring of assemblies has.
+/// Destroys the product structure: from the top, parts before assemblies, and then what has a
+/// parent though nobody above it goes, as a ring of assemblies has.
 void destroyHierarchies(EntityStore & store)
 {
     IdTree const & tree = TableAccess::tree(store.m_Entities);

@@ -102,8 +102,8 @@ Assembly * Hierarchy::getTopAssembly()
     constexpr int id = -1;
     transl_tk::Assembly * above = transl_tk::Assembly::create(id, single ? "" : "_");
     if (above == nullptr) {
-        auto * const taken = static_cast<Hierarchy *>(
-            CurrentSubPool::get()->m_Hierarchies.m_Entities.lookup(id));
+        auto * const taken =
+            static_cast<Hierarchy *>(CurrentSubPool::get()->m_Hierarchies.m_Entities.lookup(id));
         if (taken->getHierarchyType() != Assembly)
             return nullptr;
         above = static_cast<transl_tk::Assembly *>(taken);

@@ -55,10 +55,10 @@ private:
     void closeGaps() noexcept;
     void makeRoomInIndex();
 
-    std::vector<Entry> m_Entries;              ///< null pointers are the gaps; none at the end
-    std::unique_ptr<std::uint32_t[]> m_Index;  ///< positions plus 1, 0 where a slot is free
-    std::uint32_t m_Slots = 0;                 ///< a power of 2
-    std::uint32_t m_Taken = 0;                 ///< slots in use, also of nodes that have gone
+    std::vector<Entry> m_Entries;             ///< null pointers are the gaps; none at the end
+    std::unique_ptr<std::uint32_t[]> m_Index; ///< positions plus 1, 0 where a slot is free
+    std::uint32_t m_Slots = 0;                ///< a power of 2
+    std::uint32_t m_Taken = 0;                ///< slots in use, also of nodes that have gone
     int m_Size = 0;
     bool m_Ascending = true; ///< whether the order of arrival is the order of numbers
 };

@@ -12,12 +12,13 @@ namespace {
 
 /// The names of entity types from 1 on.
 constexpr char const * names[] = {
-    "Assembly",   "Part",      "Instance", "Point",      "CoordinateSystem", "Axis",
-    "Curve",      "UV_Curve",  "Spoke",    "Vertex",     "Region",           "Facade",
-    "Edge",       "Fin",       "Loop",     "Shell",      "Surface",          "Face",
-    "Facet",      "Body",      "Welds",    "Model",      "Attributes",       "PMIs",
-    "Layers",     "Filters",   "Sets",     "Categories", "Publications",     "Annotations",
-    "Dimensions", "Features",  "Block",    "Object",     "total",
+    "Assembly",   "Part",     "Instance",   "Point",        "CoordinateSystem",
+    "Axis",       "Curve",    "UV_Curve",   "Spoke",        "Vertex",
+    "Region",     "Facade",   "Edge",       "Fin",          "Loop",
+    "Shell",      "Surface",  "Face",       "Facet",        "Body",
+    "Welds",      "Model",    "Attributes", "PMIs",         "Layers",
+    "Filters",    "Sets",     "Categories", "Publications", "Annotations",
+    "Dimensions", "Features", "Block",      "Object",       "total",
 };
 static_assert(std::size(names) == HtmlLoggerEntry::Total);
 

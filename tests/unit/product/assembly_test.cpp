@@ -28,9 +28,9 @@ TEST_F(AssemblyTest, ShowsItsChildrenInOrderOfAdding)
 {
     EXPECT_TRUE(childrenOf(m_Assembly).empty());
     Instance * const instance = Instance::create(0, m_A);
-    for (Hierarchy * const child : {static_cast<Hierarchy *>(m_C), static_cast<Hierarchy *>(m_A),
-                                    static_cast<Hierarchy *>(m_Other),
-                                    static_cast<Hierarchy *>(instance)}) {
+    for (Hierarchy * const child :
+         {static_cast<Hierarchy *>(m_C), static_cast<Hierarchy *>(m_A),
+          static_cast<Hierarchy *>(m_Other), static_cast<Hierarchy *>(instance)}) {
         m_Assembly->addChild(child);
         EXPECT_EQ(child->getParent(), m_Assembly);
     }

@@ -78,8 +78,8 @@ TEST_F(HierarchyTest, TransformsThatOnlyLookLikeTheIdentityKeepTheirBits)
 
 TEST_F(HierarchyTest, SetParentOnlyStoresThePointer)
 {
-    for (Hierarchy * const node : {static_cast<Hierarchy *>(m_Part),
-                                   static_cast<Hierarchy *>(m_Instance)}) {
+    for (Hierarchy * const node :
+         {static_cast<Hierarchy *>(m_Part), static_cast<Hierarchy *>(m_Instance)}) {
         node->setParent(m_Assembly);
         EXPECT_EQ(node->getParent(), m_Assembly);
     }

@@ -75,9 +75,9 @@ TEST_F(TraverseTest, WithoutActionsDoesNothingAndAnswersTrue)
 TEST_F(TraverseTest, CallsTheActionsBeforeAndAfterTheChildren)
 {
     EXPECT_TRUE(walk(true, true));
-    EXPECT_EQ(m_Log.calls, (Calls{"before top", "before a", "after a", "before inner", "before b",
-                                  "after b", "before c", "after c", "after inner", "before d",
-                                  "after d", "after top"}));
+    EXPECT_EQ(m_Log.calls,
+              (Calls{"before top", "before a", "after a", "before inner", "before b", "after b",
+                     "before c", "after c", "after inner", "before d", "after d", "after top"}));
 }
 
 TEST_F(TraverseTest, DescendsWithThePreActionAlone)

@@ -44,12 +44,12 @@ TEST(Units, HaveAFactorForEveryLengthType)
         double factor;
     };
     Row const rows[] = {
-        {Units::Millimetre, 1, 1000.0},        {Units::Metre, 2, 1.0},
-        {Units::Inch, 3, 39.3700787},          {Units::Foot, 4, 3.2808399},
-        {Units::Mile, 5, 0.000621371192},      {Units::Kilometre, 6, 0.001},
-        {Units::Micrometre, 8, 1000000.0},     {Units::Centimetre, 9, 100.0},
-        {Units::Micron, 11, 1000000.0},        {Units::Decimetre, 12, 10.0},
-        {Units::Yard, 13, 1.0936133},          {Units::Angstrom, 14, 10000000000.0},
+        {Units::Millimetre, 1, 1000.0},       {Units::Metre, 2, 1.0},
+        {Units::Inch, 3, 39.3700787},         {Units::Foot, 4, 3.2808399},
+        {Units::Mile, 5, 0.000621371192},     {Units::Kilometre, 6, 0.001},
+        {Units::Micrometre, 8, 1000000.0},    {Units::Centimetre, 9, 100.0},
+        {Units::Micron, 11, 1000000.0},       {Units::Decimetre, 12, 10.0},
+        {Units::Yard, 13, 1.0936133},         {Units::Angstrom, 14, 10000000000.0},
         {Units::Nanometre, 15, 1000000000.0},
     };
     for (Row const & row : rows) {
