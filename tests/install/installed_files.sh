@@ -29,6 +29,8 @@ expected_other_files() {
 ./bin/keld
 ./bin/keld_gearbox.sh
 ./bin/keld_gearbox_linux_x86_64
+./bin/keld_stl.sh
+./bin/keld_stl_linux_x86_64
 ./bin/keld_xyz.sh
 ./bin/keld_xyz_linux_x86_64
 ./share/doc/keld-transl/LICENSE

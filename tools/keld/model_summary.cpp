@@ -1,5 +1,6 @@
 #include "model_summary.h"
 
+#include "facet_summary.h"
 #include "numbers.h"
 #include "safe_text.h"
 
@@ -169,6 +170,8 @@ void printSummary(SubPool const & model)
             printShapeKinds(curveKinds(model));
         if (kind.store == &SubPool::m_Surfaces)
             printShapeKinds(surfaceKinds(model));
+        if (kind.store == &SubPool::m_TriStrips)
+            printFacets(model);
         empty = empty && count == 0;
     }
     if (empty)
