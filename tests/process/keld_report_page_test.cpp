@@ -75,6 +75,7 @@ TEST_F(KeldReportPage, SaysWhatCameOfTheFile)
     EXPECT_THAT(page, HasSubstr("<h1><bdi class=\"file\">product.kit</bdi></h1>"));
     EXPECT_THAT(page, HasSubstr("<span class=\"badge completed\">completed</span> "
                                 "Completed! (exit status 8)"));
+    EXPECT_THAT(page, HasSubstr("<dt>File</dt><dd><bdi class=\"path\">product.kit</bdi></dd>"));
     EXPECT_THAT(page, HasSubstr("<bdi class=\"model\">Pump</bdi>"));
     EXPECT_THAT(page, HasSubstr(row("Assembly", "2", 0, 0)));
     EXPECT_THAT(page, HasSubstr(row("Part", "2", 0, 1)));
@@ -84,6 +85,15 @@ TEST_F(KeldReportPage, SaysWhatCameOfTheFile)
     EXPECT_THAT(page, HasSubstr(row("Annotations", "1", 0, 0)));
     EXPECT_THAT(page, HasSubstr(row("total", "10", 0, 1)));
     EXPECT_THAT(page, Not(HasSubstr("Vertex")));
+}
+
+TEST_F(KeldReportPage, IsTitledByTheNameOfTheFileWithoutFolders)
+{
+    std::filesystem::create_directory(m_Keld.files() / "a folder");
+    std::string const page = this->page("a folder/product");
+    EXPECT_THAT(page, HasSubstr("<title>product.kit - import report</title>"));
+    EXPECT_THAT(page, HasSubstr("<h1><bdi class=\"file\">product.kit</bdi></h1>"));
+    EXPECT_THAT(page, HasSubstr("<bdi class=\"path\">a folder/product.kit</bdi>"));
 }
 
 TEST_F(KeldReportPage, ShowsTheProductTreeWithInstancesMarked)
@@ -121,10 +131,18 @@ TEST_F(KeldReportPage, SaysOfEachKindWhatWasLost)
 {
     std::string const page = this->page("lost");
     EXPECT_THAT(page, Not(HasSubstr("Nothing was lost")));
-    EXPECT_THAT(page, HasSubstr("<ul class=\"lost\">\n<li>Edge: <b>1</b> failed</li>\n"
-                                "<li>Face: <b>2</b> failed</li>\n"
-                                "<li>Kind 77: <b>1</b> failed</li>\n"
-                                "<li class=\"total\">In all: <b>4</b> failed</li>\n</ul>"));
+    auto const lost = [](std::string const & what, std::string const & rows) {
+        return "<li>" + what + " failed\n<ul class=\"rows\">\n" + rows + "</ul></li>\n";
+    };
+    auto const text = [](std::string const & words) {
+        return "<li><bdi class=\"text\">" + words + "</bdi></li>\n";
+    };
+    EXPECT_THAT(
+        page, HasSubstr("<ul class=\"lost\">\n" + lost("Edge: <b>1</b>", text("Edge 5 is gone.")) +
+                        lost("Face: <b>2</b>",
+                             text("Face 12 has no border.") + text("Face 13 has no border.")) +
+                        lost("Kind 77: <b>1</b>", text("Nothing is known of this kind.")) +
+                        "<li class=\"total\">In all: <b>4</b> failed</li>\n</ul>"));
     EXPECT_THAT(page, HasSubstr(row("Edge", "0", 1, 2)));
     EXPECT_THAT(page, HasSubstr(row("Loop", "0", 0, 1)));
     EXPECT_THAT(page, HasSubstr(row("Face", "0", 2, 2)));
@@ -134,6 +152,17 @@ TEST_F(KeldReportPage, SaysOfEachKindWhatWasLost)
     EXPECT_THAT(page, HasSubstr("<b>4</b> failed"));
     EXPECT_THAT(page, HasSubstr("<b>1</b> warning<"));
     EXPECT_THAT(page, HasSubstr("<b>1</b> note<"));
+}
+
+TEST_F(KeldReportPage, ShowsFiveLossesOfAKindAndSaysHowManyMoreThereAre)
+{
+    std::string const page = this->page("many-lost");
+    std::string const lost = page.substr(page.find("id=\"lost\""),
+                                         page.find("id=\"counts\"") - page.find("id=\"lost\""));
+    EXPECT_EQ(5U, countOf(lost, "<bdi class=\"text\">"));
+    EXPECT_THAT(lost, HasSubstr("Body: <b>8</b> failed"));
+    EXPECT_THAT(lost, HasSubstr("<li class=\"more\">and 3 more in the report below</li>"));
+    EXPECT_THAT(page, HasSubstr(">Body 8 is gone.<"));
 }
 
 TEST_F(KeldReportPage, ShowsEntriesWithTheirTypesAndKinds)
@@ -219,9 +248,9 @@ TEST_F(KeldReportPage, IsNotWrittenWithoutARun)
 
 TEST_F(KeldReportPage, IsValidHtml)
 {
-    for (char const * name :
-         {"product", "parts", "markup", "lost", "log-error", "lists", "numbers", "deep", "wide",
-          "long", "geometry", "succeed", "fail-2", "fail-9", "crash", "controls", "letters"}) {
+    for (char const * name : {"product", "parts", "markup", "lost", "many-lost", "log-error",
+                              "lists", "numbers", "deep", "wide", "long", "geometry", "succeed",
+                              "fail-2", "fail-9", "crash", "controls", "letters"}) {
         import(name);
         EXPECT_EQ("", tests::validatorSays(path())) << name;
     }

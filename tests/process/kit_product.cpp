@@ -154,6 +154,18 @@ void makeLost()
     transl_tk::Point3D::create(0, 0, 0, 0);
 }
 
+void makeManyLost()
+{
+    for (int i = 1; i <= 8; ++i)
+        report("Body " + std::to_string(i) + " is gone.", HtmlLoggerEntry::Body, 2);
+}
+
+void makeManyKinds()
+{
+    for (int kind = 1001; kind <= 13000; ++kind)
+        report("of a kind of its own", kind, 2);
+}
+
 void makeLists()
 {
     auto * const log = Pool::getInstance()->logger();
@@ -213,6 +225,10 @@ bool makeProduct(std::string const & name)
         makeLong();
     else if (name == "lost")
         makeLost();
+    else if (name == "many-lost")
+        makeManyLost();
+    else if (name == "many-kinds")
+        makeManyKinds();
     else if (name == "log-error")
         Pool::getInstance()->logger()->addEntry("a face is gone", 1, cad::ILoggerPolicy::ErrorLine,
                                                 true);
