@@ -336,6 +336,14 @@ TEST_F(KeldReportPage, ShowsTenThousandNodesAndSaysHowManyMoreThereAre)
     EXPECT_THAT(page, HasSubstr(row("Part", "12000", 0, 0)));
 }
 
+TEST_F(KeldReportPage, ShowsTenThousandKindsAndSaysHowManyMoreThereAre)
+{
+    std::string const page = this->page("many-kinds");
+    EXPECT_EQ(10000U, countOf(page, "<tr class=\"bad\">"));
+    EXPECT_EQ(2U, countOf(page, ">And 2000 more; ")); // kinds and entries
+    EXPECT_THAT(page, HasSubstr(row("total", "0", 12000, 12000)));
+}
+
 TEST_F(KeldReportPage, ReplacesTheOneBeforeAndLeavesNoOtherFile)
 {
     import("product");
