@@ -65,7 +65,7 @@ TEST_F(KeldInfo, AsJsonHasTheseKeysInThisOrder)
 TEST_F(KeldInfo, AsJsonCountsEveryKind)
 {
     info("product");
-    EXPECT_EQ("{'points': 1, 'curves': 0, 'uvCurves': 0, 'surfaces': 0, 'vertices': 0, 'edges': 0, "
+    EXPECT_EQ("{'points': 1, 'curves': 0, 'uvCurves': 0, 'surfaces': 0, 'vertices': 1, 'edges': 0, "
               "'fins': 0, 'loops': 0, 'faces': 0, 'shells': 0, 'bodies': 0, 'products': 6, "
               "'triStrips': 0, 'spotWelds': 0, 'cartesianCoords': 0, 'annotations': 1, "
               "'attributes': 2}",

@@ -83,8 +83,9 @@ TEST_F(KeldReportPage, SaysWhatCameOfTheFile)
     EXPECT_THAT(page, HasSubstr(row("Point", "1", 0, 0)));
     EXPECT_THAT(page, HasSubstr(row("Attributes", "2", 0, 0)));
     EXPECT_THAT(page, HasSubstr(row("Annotations", "1", 0, 0)));
-    EXPECT_THAT(page, HasSubstr(row("total", "10", 0, 1)));
-    EXPECT_THAT(page, Not(HasSubstr("Vertex")));
+    EXPECT_THAT(page, HasSubstr(row("Vertex", "1", 0, 0)));
+    EXPECT_THAT(page, HasSubstr(row("total", "11", 0, 1)));
+    EXPECT_THAT(page, Not(HasSubstr("Loop")));
 }
 
 TEST_F(KeldReportPage, IsTitledByTheNameOfTheFileWithoutFolders)

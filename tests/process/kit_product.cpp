@@ -112,6 +112,7 @@ void makeTree()
     housing->setSecondLabel("second");
     housing->setPartLabel("label");
     housing->addPoint(transl_tk::Point3D::create(0, 1, 2, 3));
+    transl_tk::Vertex::create(0, 0.5);
     addParameterTree(housing);
     addAnnotation(housing);
     addAttributes(housing, top);
