@@ -186,6 +186,18 @@ TEST_F(KeldInfo, AsJsonIsAllThatStandsOnStandardOutput)
     EXPECT_THAT(tests::contentOf(m_Keld.files() / "r/report.html"), HasSubstr("succeed.kit"));
 }
 
+TEST_F(KeldInfo, AsJsonStandsAloneWhenTheToolkitHasSomethingToSay)
+{
+    m_Keld.installScripted("scripted", "options;read;frame 123;read;frame 120 i64 99;read;exit 0");
+    Ended const printed = m_Keld.run({"info", "-q", "f.scripted"});
+    Ended const json = m_Keld.run({"info", "-q", "--json", "f.scripted"});
+    EXPECT_EQ(5, json.code);
+    EXPECT_NE("", printed.out + printed.err);
+    EXPECT_EQ('{', json.out.front());
+    m_Path = m_Keld.file("info.json", json.out);
+    EXPECT_EQ("failed", says("d['status']['name']"));
+}
+
 TEST_F(KeldInfo, AsJsonShowsNoAssemblyThatIsNotInTheModel)
 {
     Ended const ended = m_Keld.run({"info", "-q", "--json", "--report", "r", "parts.kit"});

@@ -126,6 +126,7 @@ void makeMarkup()
     Assembly * const top = Assembly::create(0, script.c_str());
     top->addChild(Part::create(0, "control \x01\x1b[31m\x7f\xc2\x9b end"));
     top->addChild(Part::create(0, "broken \xff\xc0\xaf\xed\xa0\x80\xf5 utf-8"));
+    top->addChild(Part::create(0, "odd \xe0\x80\x80 \xf4\x90\x80\x80 \xef\xbf\xbf \xf0\x9f"));
     top->addChild(Part::create(0, "kept \xc3\xa4 \xe2\x82\xac \xf0\x9f\x94\xa7 name"));
     top->addChild(Part::create(0, "right \xe2\x80\xae left"));
     top->addChild(Part::create(0, "two\nlines"));

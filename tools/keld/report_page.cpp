@@ -86,11 +86,13 @@ std::string card(std::string const & className, std::size_t number, std::string 
 std::string overview(RunSummary const & summary)
 {
     std::string const status = statusName(summary.status);
-    std::string const words =
-        summary.outcome.words + " (exit status " + std::to_string(summary.outcome.exitStatus) + ")";
+    std::string words;
+    if (!summary.outcome.words.empty())
+        words = " " + summary.outcome.words + " (exit status " +
+                std::to_string(summary.outcome.exitStatus) + ")";
     std::string result = "<header>\n" + paragraph("kind", "Import report") + "<h1>" +
                          isolated(lastName(summary.file), "file") +
-                         "</h1>\n<dl>\n<dt>Status</dt><dd>" + badge(status, status) + " " +
+                         "</h1>\n<dl>\n<dt>Status</dt><dd>" + badge(status, status) +
                          htmlText(words) + "</dd>\n<dt>File</dt><dd>" +
                          isolated(summary.file, "path") + "</dd>\n<dt>Model</dt><dd>" +
                          (summary.model.empty() ? "<span class=\"none\">without a name</span>"
