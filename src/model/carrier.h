@@ -56,11 +56,13 @@ public:
             isLastUser(*subPool, user);
     }
 
-    /// The same, and frees the carrier when nobody uses it any more.
+    /// The same, and frees the carrier when nobody uses it any more. Does nothing while the whole
+    /// sub-pool is cleared: the carrier's own turn comes.
     void release(Base const * user) const
     {
         SubPool * const subPool = CurrentSubPool::get();
-        if (subPool != nullptr && isLastUser(*subPool, user))
+        if (subPool != nullptr && !CurrentSubPool::Clearing::concerns(*subPool) &&
+            isLastUser(*subPool, user))
             Carrier::destruct(m_Carrier);
     }
 

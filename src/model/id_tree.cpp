@@ -415,12 +415,13 @@ void ** IdTree::fork(Node ** place, Key key, void * value)
     return onlySlot(leaf, key);
 }
 
-void * IdTree::erase(int id) noexcept
+void * IdTree::remove(int id, bool shrinks) noexcept
 {
     Key const key = keyOf(id);
     unsigned const last = byteOf(key, BottomLevel);
     void * value = nullptr;
-    if (m_Recent != nullptr && m_Recent->covers(key) && m_Recent->count > ShrinkAt[FullForm] + 1) {
+    unsigned const leastAfter = shrinks ? ShrinkAt[FullForm] + 1 : 1;
+    if (m_Recent != nullptr && m_Recent->covers(key) && m_Recent->count > leastAfter) {
         value = m_Recent->children()[last];
         if (value == nullptr)
             return nullptr;
@@ -445,7 +446,8 @@ void * IdTree::erase(int id) noexcept
         Node * const leaf = *place;
         leaf->remove(last);
         if (leaf->count != 0) {
-            shrink(place);
+            if (shrinks)
+                shrink(place);
             if ((*place)->form == FullForm)
                 m_Recent = *place;
         } else {

@@ -35,7 +35,10 @@ public:
     void ** insert(int id, void * value);
 
     /// Removes the entry and returns its value, null when there was none.
-    void * erase(int id) noexcept;
+    void * erase(int id) noexcept { return remove(id, true); }
+
+    /// The same, for one of many that go in a row: nodes keep their size until they are empty.
+    void * eraseNext(int id) noexcept { return remove(id, false); }
 
     std::size_t size() const noexcept { return m_Size; }
 
@@ -80,6 +83,7 @@ private:
     void ** addChild(Node ** place, unsigned byte, void * child);
     void resize(Node ** place, unsigned form);
     void shrink(Node ** place) noexcept;
+    void * remove(int id, bool shrinks) noexcept;
 
     Node * m_Root = nullptr;
     /// The full bottom node that was used last: neighbouring ids come one after the other.

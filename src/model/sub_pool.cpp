@@ -86,6 +86,7 @@ unsigned int SubPool::GetAvailableId()
 
 void SubPool::clear()
 {
+    CurrentSubPool::Clearing const clearing(this);
     destroyAll<Body>(m_Bodies);
     destroyAll<Shell>(m_Shells);
     destroyAll<Face>(m_Faces);
