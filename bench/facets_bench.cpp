@@ -26,12 +26,12 @@ constexpr int Triangles = 10000000;
         ->Arg(Triangles)                                                                           \
         ->Arg(10 * Triangles)
 
-KELD_BENCH(Build);
+KELD_BENCH(FirstBuild);
+KELD_BENCH(FirstReadMemcpy);
+KELD_BENCH(FirstRead);
 KELD_BENCH(Size);
 KELD_BENCH(WriteMemcpy);
 KELD_BENCH(Write);
-KELD_BENCH(ReadMemcpy);
-KELD_BENCH(Read);
 KELD_BENCH(Clear);
 
 } // namespace
