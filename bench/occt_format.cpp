@@ -88,10 +88,10 @@ TopoDS_Shape shapeOf(QuadNet const & net)
             builder.Add(wire, edges[static_cast<std::size_t>(side.edge)].Oriented(
                                   side.sense ? TopAbs_FORWARD : TopAbs_REVERSED));
         constexpr bool Inside = false;
-        builder.Add(shell, BRepBuilderAPI_MakeFace(QuadNet::isPlane(i) ? planeOf(*plane++)
-                                                                       : splineOf(*patch++),
-                                                   wire, Inside)
-                               .Face());
+        builder.Add(shell,
+                    BRepBuilderAPI_MakeFace(
+                        QuadNet::isPlane(i) ? planeOf(*plane++) : splineOf(*patch++), wire, Inside)
+                        .Face());
     }
     TopoDS_Solid solid;
     builder.MakeSolid(solid);
