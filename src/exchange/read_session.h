@@ -63,7 +63,7 @@ public:
     /// before owns it. All entities of its kind have been made.
     char const * own(EntityKind kind, EntityStore SubPool::*store, int id)
     {
-        Ownership & entities = m_Ownership[kind];
+        Ownership & entities = m_Ownership[static_cast<std::size_t>(kind)];
         if (!entities.prepared)
             prepare(entities, store);
         if (!entities.allMade && !isMade(entities, id))
