@@ -12,8 +12,10 @@ void TriStripRecord::read(StreamReader & reader)
     reader.u8(data.flag);
     std::size_t const vertices = reader.count(3 * sizeof(float));
     reader.elements(data.vertices, 3 * vertices);
-    // The count of colours only says whether there are any.
-    if (reader.count(1) != 0)
+    // It only says whether there are any, so it need not even be one that can be.
+    int colourCount = 0;
+    reader.i32(colourCount);
+    if (colourCount > 0)
         reader.elements(data.colours, 3 * vertices);
     std::size_t const normals = reader.count(3 * sizeof(float));
     reader.elements(data.normals, 3 * normals);
