@@ -1,0 +1,1 @@
+#include "stream/product_stream.h"
