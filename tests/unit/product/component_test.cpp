@@ -177,20 +177,21 @@ TEST_P(ComponentTest, ManyInstancesGoOneByOneInAnyOrder)
     EXPECT_EQ(left, all);
 }
 
-TEST_P(ComponentTest, TenThousandClashingNamesAreNumberedInOrder)
-{
-    for (int i = 0; i < 10000; ++i) {
-        std::string const name = component("Door")->getName();
-        EXPECT_EQ(name, i == 0 ? "Door" : "Door@" + std::to_string(i));
-    }
-}
-
 TEST_P(ComponentTest, ClearTakesAnInstanceAlongWithItsComponent)
 {
     Instance::create(0, component("placed"));
     Pool::getInstance()->clear();
     EXPECT_TRUE(tests::hierarchies().empty());
     EXPECT_TRUE(tests::currentSubPool().m_Names.empty());
+}
+
+TEST(ComponentNames, ThatClashTenThousandTimesAreNumberedInOrder)
+{
+    tests::ScopedPool const pool;
+    for (int i = 0; i < 10000; ++i) {
+        std::string const name = aPart("Door")->getName();
+        EXPECT_EQ(name, i == 0 ? "Door" : "Door@" + std::to_string(i));
+    }
 }
 
 TEST(ComponentTable, GoesOnWithUnitsNameLabelsAndInstances)

@@ -2,6 +2,7 @@
 #define KELD_TESTS_UNIT_PRODUCT_PRODUCT_FIXTURE_H
 
 #include "support/models.h"
+#include "support/shapes.h"
 
 #include <keld-transl/product/assembly.h>
 #include <keld-transl/product/instance.h>
@@ -50,10 +51,12 @@ inline bool stands(transl_tk::Hierarchy const * node, int id)
 /// A chain of assemblies, each the child of the one before. Returns the topmost.
 inline transl_tk::Assembly * aChain(int depth)
 {
-    transl_tk::Assembly * const top = transl_tk::Assembly::create(0, "");
+    // Names that clash take the longer the more there are.
+    transl_tk::Assembly * const top = transl_tk::Assembly::create(0, "0");
     transl_tk::Assembly * last = top;
     for (int level = 1; level < depth; ++level) {
-        transl_tk::Assembly * const next = transl_tk::Assembly::create(0, "");
+        transl_tk::Assembly * const next =
+            transl_tk::Assembly::create(0, std::to_string(level).c_str());
         last->addChild(next);
         last = next;
     }
@@ -84,6 +87,7 @@ inline constexpr int VeryDeep = 100000;
 class ProductTest : public testing::Test
 {
 protected:
+    Ends m_Ends; ///< of the shapes that a test makes
     ScopedPool m_Pool;
 };
 
