@@ -181,7 +181,7 @@ inline ByteString logEntry(std::string const & text, int subType, int shown)
 /// Puts entries into the log of `stream`, which has none and ends there: lists 1, 2, 3, 4 and 6.
 inline Bytes withLog(Bytes stream, std::array<std::vector<ByteString>, 5> const & lists)
 {
-    stream.resize(stream.size() - 20);
+    stream.erase(stream.end() - 20, stream.end());
     ByteString log;
     for (auto const & list : lists)
         log.i32(static_cast<int>(list.size()));

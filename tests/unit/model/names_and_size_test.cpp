@@ -2,6 +2,14 @@
 
 #include <keld-transl/model/pool.h>
 #include <keld-transl/reporting/logger.h>
+#include <keld-transl/topology/body.h>
+#include <keld-transl/topology/edge.h>
+#include <keld-transl/topology/face.h>
+#include <keld-transl/topology/fin.h>
+#include <keld-transl/topology/loop.h>
+#include <keld-transl/topology/shell.h>
+#include <keld-transl/topology/tri_strip.h>
+#include <keld-transl/topology/vertex.h>
 
 #include <gtest/gtest.h>
 
@@ -109,6 +117,75 @@ TEST_F(SizeTest, EachPointTakes28Bytes)
     for (int i = 0; i < 9; ++i)
         Point3D::create(0, 0, 0, 0);
     EXPECT_EQ(size(), EmptySize + 280);
+}
+
+TEST_F(SizeTest, AVertexTakes29BytesWithAPointAnd13WithAParameter)
+{
+    Vertex::create(0, 0.5);
+    EXPECT_EQ(size(), EmptySize + 13);
+    Vertex::create(0, geom::Point::create(1, 2, 3));
+    EXPECT_EQ(size(), EmptySize + 13 + 29);
+}
+
+TEST_F(SizeTest, AnEdgeTakes17BytesAndAFin13WhateverTheyReferTo)
+{
+    Edge * const edge = Edge::create(0, nullptr, nullptr, nullptr, true);
+    EXPECT_EQ(size(), EmptySize + 17);
+    Fin::create(0, edge, true);
+    Fin::create(0, nullptr, true);
+    EXPECT_EQ(size(), EmptySize + 17 + 2 * 13);
+}
+
+TEST_F(SizeTest, ALoopTakes8BytesAnd4ForEachFinNullOnesIncluded)
+{
+    Loop * const loop = Loop::create(0);
+    EXPECT_EQ(size(), EmptySize + 8);
+    loop->addFin(nullptr);
+    loop->addFin(nullptr);
+    EXPECT_EQ(size(), EmptySize + 8 + 2 * 4);
+}
+
+TEST_F(SizeTest, AFaceTakes17BytesItsLabelAnd4ForEachLoopNullOnesIncluded)
+{
+    Face * const face = Face::create(0, nullptr);
+    EXPECT_EQ(size(), EmptySize + 17);
+    face->setLabel("label");
+    for (int i = 0; i < 3; ++i)
+        face->addLoop(nullptr);
+    EXPECT_EQ(size(), EmptySize + 17 + 5 + 3 * 4);
+}
+
+TEST_F(SizeTest, AShellTakes9BytesAnd4ForEachFaceNullOnesIncluded)
+{
+    Shell * const shell = Shell::create(0);
+    EXPECT_EQ(size(), EmptySize + 9);
+    shell->addFace(nullptr);
+    EXPECT_EQ(size(), EmptySize + 9 + 4);
+}
+
+TEST_F(SizeTest, ABodyTakes16BytesItsNameAnd4ForEachShellAndStripNullOnesIncluded)
+{
+    Body * const body = Body::create(0, "name");
+    EXPECT_EQ(size(), EmptySize + 16 + 4);
+    body->addShell(nullptr);
+    body->addTriStrip(nullptr);
+    body->addTriStrip(nullptr);
+    EXPECT_EQ(size(), EmptySize + 16 + 4 + 3 * 4);
+}
+
+TEST_F(SizeTest, AStripTakesWhatItsArraysHoldAndCountsAloneTakeNothing)
+{
+    float const floats[6] = {};
+    unsigned char const bytes[6] = {};
+    int const indices[3] = {};
+    TriStrip * strip = TriStrip::create(0, floats, nullptr, 2, nullptr, 5, nullptr, 5, false);
+    EXPECT_EQ(size(), EmptySize + 13 + 12 * 2 + 4 * 2);
+    TriStrip::destruct(strip);
+    strip = TriStrip::create(0, floats, nullptr, 2, floats, -1, indices, -3, false);
+    EXPECT_EQ(size(), EmptySize + 13 + 12 * 2 + 4 * 2);
+    TriStrip::destruct(strip);
+    TriStrip::create(0, floats, bytes, 2, floats, 1, indices, 3, false);
+    EXPECT_EQ(size(), EmptySize + 13 + 12 * 2 + 3 * 2 + 4 * (3 + 2 + 3 * 1));
 }
 
 TEST_F(SizeTest, TextLinesCountUpToTheirFirstZeroByte)
