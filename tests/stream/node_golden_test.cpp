@@ -231,6 +231,26 @@ TEST_F(NodeGolden, ReferencesToUVCurvesAreWrittenAndCountedButNeverAttach)
     EXPECT_EQ(entitiesOf(*nodesOf(part(1)).at(0)), (std::vector<Base *>{part(1)}));
 }
 
+TEST_F(NodeGolden, ReferencesToInstancesAndLaterPartsAreWrittenAndCountedButNeverAttach)
+{
+    Leaf * const leaf = Leaf::create(1);
+    leaf->addEntity(Instance::create(5, part(1)));
+    leaf->addEntity(Part::create(2, "later"));
+    leaf->addEntity(Assembly::create(3, "any"));
+    tree().addNode(leaf);
+    auto const bytes =
+        records::model({{Assemblies, {records::assembly(3, "any", {})}},
+                        {Parts,
+                         {records::part(1, "", {records::leaf(1, {}, {{5, 7}, {2, 7}, {3, 7}})}),
+                          records::part(2, "later")}},
+                        {Instances, {records::instance(5, 1)}}});
+    expectWrittenAs(bytes);
+    currentSubPool().clear();
+    read(bytes);
+    EXPECT_EQ(Server::exchangeFailure(), "");
+    EXPECT_EQ(entitiesOf(*nodesOf(part(1)).at(0)), (std::vector<Base *>{assembly(3)}));
+}
+
 TEST_F(NodeGolden, AnEntityThatDiedIsWrittenByNobody)
 {
     Leaf * const leaf = Leaf::create(1);
