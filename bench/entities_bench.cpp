@@ -5,6 +5,8 @@
 
 #include <keld-transl/model/point3d.h>
 #include <keld-transl/model/pool.h>
+#include <keld-transl/topology/edge.h>
+#include <keld-transl/topology/fin.h>
 
 #include <absl/container/btree_map.h>
 #include <algorithm>
@@ -246,6 +248,44 @@ template <class Store> void Clear(benchmark::State & state)
         timed(state, [&] { store.clear(); });
     }
 }
+
+constexpr int Carriers = 100000;
+
+/// What two fins would take for each edge in a vector that holds two of them itself.
+struct InlinePair
+{
+    transl_tk::Base * users[2];
+    std::size_t count;
+};
+
+/// Bytes that two fins for each of many edges take; or as many fins that refer to no edge.
+double bytesOfFins(bool useEdges)
+{
+    KeldStore store;
+    std::vector<transl_tk::Edge *> edges(Carriers);
+    for (transl_tk::Edge *& edge : edges)
+        edge = transl_tk::Edge::create(0, nullptr, nullptr, nullptr, true);
+    auto const before = mallinfo2().uordblks;
+    for (bool const sense : {true, false})
+        for (transl_tk::Edge * const edge : edges)
+            transl_tk::Fin::create(0, useEdges ? edge : nullptr, sense);
+    return static_cast<double>(mallinfo2().uordblks - before);
+}
+
+/// What does it cost an edge to know its two fins?
+void UserSets(benchmark::State & state)
+{
+    double bytes = 0;
+    // The allocator maps large blocks by themselves, uncounted, until some have come back to it.
+    bytesOfFins(true);
+    for ([[maybe_unused]] auto iteration : state) {
+        double const finsAlone = bytesOfFins(false);
+        bytes = bytesOfFins(true) - finsAlone;
+    }
+    state.counters["bytes_per_carrier"] = bytes / Carriers;
+    state.counters["inline_pair_bytes"] = sizeof(InlinePair);
+}
+BENCHMARK(UserSets)->Unit(benchmark::kMillisecond)->Iterations(1);
 
 #define KELD_BENCH(question, store)                                                                \
     BENCHMARK(question<store>)                                                                     \

@@ -1,13 +1,14 @@
 #include "point_line.h"
 
+#include <keld-translator-kit/limited_warnings.h>
+
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 
 namespace xyz {
 
 namespace {
-
-constexpr std::size_t QuotedLength = 40;
 
 bool isBlank(char c)
 {
@@ -37,15 +38,8 @@ void passSeparator(char const *& text, char const * end)
 /// The word at `text` in quotes, fit for a log.
 std::string quoted(char const * text, char const * end)
 {
-    std::string word;
-    for (; text != end && !isSeparator(*text); ++text) {
-        if (word.size() == QuotedLength) {
-            word += "...";
-            break;
-        }
-        word += *text > ' ' && *text <= '~' ? *text : '?';
-    }
-    return '"' + word + '"';
+    auto const length = std::find_if(text, end, isSeparator) - text;
+    return translator_kit::quoted({text, static_cast<std::size_t>(length)});
 }
 
 std::string readNumber(char const *& text, char const * end, double & number)

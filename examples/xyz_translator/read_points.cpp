@@ -1,17 +1,13 @@
-#include "limited_warnings.h"
 #include "point_line.h"
 #include "xyz_file.h"
 
 #include <keld-transl/model/point3d.h>
+#include <keld-translator-kit/input_file.h>
+#include <keld-translator-kit/limited_warnings.h>
 #include <keld-translator-kit/translator.h>
 
-#include <cerrno>
 #include <cstring>
-#include <fcntl.h>
 #include <string_view>
-#include <sys/stat.h>
-#include <system_error>
-#include <unistd.h>
 #include <vector>
 
 namespace xyz {
@@ -19,59 +15,13 @@ namespace xyz {
 namespace {
 
 using translator_kit::Failure;
+using translator_kit::InputFile;
+using translator_kit::LimitedWarnings;
 using translator_kit::Reason;
 using translator_kit::Run;
 
 /// Also the longest line that is looked at; a point takes some 80 characters at most.
 constexpr std::size_t BufferSize = 1 << 20;
-
-class InputFile
-{
-public:
-    explicit InputFile(std::string const & path) : m_Path(path)
-    {
-        // A pipe under that name must not block the opening.
-        m_Fd = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-        struct stat status = {};
-        if (m_Fd < 0 || fstat(m_Fd, &status) != 0)
-            fail(errno);
-        if (!S_ISREG(status.st_mode)) {
-            close(m_Fd);
-            if (S_ISDIR(status.st_mode))
-                fail(EISDIR);
-            throw Failure(Reason::Failed, "Cannot read " + path + ": it is no regular file.");
-        }
-        m_Size = status.st_size;
-    }
-    InputFile(InputFile const &) = delete;
-    InputFile & operator=(InputFile const &) = delete;
-    ~InputFile() { close(m_Fd); }
-
-    long long size() const { return m_Size; }
-
-    /// Bytes read; 0 at the end of the file.
-    std::size_t read(char * bytes, std::size_t size)
-    {
-        ssize_t count = 0;
-        do {
-            count = ::read(m_Fd, bytes, size);
-        } while (count < 0 && errno == EINTR);
-        if (count < 0)
-            fail(errno);
-        return static_cast<std::size_t>(count);
-    }
-
-private:
-    [[noreturn]] void fail(int error) const
-    {
-        throw Failure(Reason::Failed, "Cannot read " + m_Path + ": " +
-                                          std::generic_category().message(error) + ".");
-    }
-
-    std::string m_Path;
-    int m_Fd = -1;
-    long long m_Size = 0;
-};
 
 /// Makes points of lines.
 class PointReader

@@ -1,7 +1,7 @@
-#include "limited_warnings.h"
 #include "xyz_file.h"
 
 #include <keld-transl/model/point3d.h>
+#include <keld-translator-kit/limited_warnings.h>
 #include <keld-translator-kit/translator.h>
 
 #include <charconv>
@@ -13,6 +13,7 @@ namespace xyz {
 namespace {
 
 using translator_kit::Failure;
+using translator_kit::LimitedWarnings;
 using translator_kit::OutputFile;
 using translator_kit::Reason;
 using translator_kit::Run;

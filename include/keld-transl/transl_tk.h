@@ -36,6 +36,14 @@
 #include <keld-transl/geom/torus.h>
 #include <keld-transl/geom/trimming_points.h>
 #include <keld-transl/geom/uv_curve.h>
+#include <keld-transl/metadata/cad_database.h>
+#include <keld-transl/metadata/comment_attributes.h>
+#include <keld-transl/metadata/database_dictionary.h>
+#include <keld-transl/metadata/database_policy.h>
+#include <keld-transl/metadata/database_type.h>
+#include <keld-transl/metadata/hierarchy_info.h>
+#include <keld-transl/metadata/inactive_sides.h>
+#include <keld-transl/metadata/product_attributes.h>
 #include <keld-transl/model/base.h>
 #include <keld-transl/model/entity_store.h>
 #include <keld-transl/model/entity_table.h>

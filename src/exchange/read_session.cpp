@@ -1,5 +1,6 @@
 #include "exchange/read_session.h"
 
+#include "attributes/attribute_access.h"
 #include "exchange/records/links.h"
 #include "exchange/stream_error.h"
 #include "geom/ownerless.h"
@@ -49,8 +50,9 @@ void ReadSession::ownerless(geom::OwnedSurface surface)
 
 Attribute & ReadSession::makeAttribute(std::string const & name, Attribute::Type type)
 {
-    m_Attributes.reserve(m_Attributes.size() + 1);
-    return *m_Attributes.emplace_back(Attribute::create(name.c_str(), type));
+    Attribute * const attribute = Attribute::create(name.c_str(), type);
+    ++m_AttributeCount;
+    return *attribute;
 }
 
 namespace {
@@ -148,8 +150,11 @@ void ReadSession::commit()
 
 void ReadSession::rollBack() noexcept
 {
-    for (; !m_Attributes.empty(); m_Attributes.pop_back())
-        Attribute::destruct(m_Attributes.back());
+    for (; m_AttributeCount != 0; --m_AttributeCount) {
+        Attribute * const attribute = m_SubPool.m_Attributes.back();
+        m_SubPool.m_Attributes.pop_back();
+        AttributeAccess::free(attribute);
+    }
     while (!m_Made.empty()) {
         Run const run = m_Made.back();
         m_Made.pop_back();

@@ -133,7 +133,7 @@ private:
 
     SubPool & m_SubPool;
     std::vector<Run> m_Made;
-    std::vector<Attribute *> m_Attributes; ///< those that the reading made
+    std::size_t m_AttributeCount = 0; ///< made by the reading: the last of the sub-pool's list
     std::vector<Links> m_Links;
     std::array<Ownership, EntityKindAnnotation + 1> m_Ownership;
     std::vector<geom::OwnedCurve> m_OwnerlessCurves;

@@ -3,6 +3,7 @@
 #include <keld-transl/model/pool.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace transl_tk {
 
@@ -41,8 +42,13 @@ Pool & Pool::operator=(Pool const &) = default;
 
 Pool::~Pool()
 {
-    for (auto const & [name, subPool] : m_SubPools)
-        delete subPool;
+    // Entities look for the sub-pool that they leave: it has to be the one that is going.
+    for (auto & [name, subPool] : m_SubPools) {
+        m_CurrentSubPool = subPool;
+        delete std::exchange(subPool, nullptr);
+    }
+    if (m_Pool == this)
+        m_Pool = nullptr;
 }
 
 void Pool::makeCurrent(std::string const & name, SubPool * subPool)

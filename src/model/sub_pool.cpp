@@ -1,9 +1,9 @@
+#include "attributes/attribute_access.h"
 #include "geom/ownerless.h"
 #include "model/entity.h"
 #include "model/user_set.h"
 
 #include <keld-transl/attributes/annotation.h>
-#include <keld-transl/attributes/attribute.h>
 #include <keld-transl/model/point3d.h>
 #include <keld-transl/model/sub_pool.h>
 #include <keld-transl/product/hierarchy.h>
@@ -125,12 +125,10 @@ void SubPool::clear()
     destroyAll<SpotWeld>(m_SpotWelds);
     destroyAll<CartesianCoord>(m_CartesianCoords);
     destroyAll<Annotation>(m_Annotations);
-    // Nothing lists the attributes any more, so none of them has to be looked for: `destruct` would
-    // go through the lists of all sub-pools for each.
     std::vector<Attribute *> attributes;
     attributes.swap(m_Attributes);
     for (Attribute * const attribute : attributes)
-        delete attribute;
+        AttributeAccess::free(attribute);
     for (HtmlLoggerEntry * const entry : m_LoggerEntries)
         HtmlLoggerEntry::destruct(entry);
     m_LoggerEntries.clear();

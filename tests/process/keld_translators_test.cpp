@@ -20,8 +20,9 @@ TEST(KeldTranslators, ListsTheProductsAndItsOwn)
     for (char const * line :
          {"jt         not usable is not installed\n", "ct         not usable is not installed\n",
           "rhino      not usable is not installed\n", "u3dpdf     not usable is not installed\n",
-          "xyz        usable     /"})
+          "stl        usable     /", "xyz        usable     /"})
         EXPECT_THAT(ended.out, HasSubstr(line));
+    EXPECT_THAT(ended.out, HasSubstr("/bin/keld_stl.sh\n"));
     EXPECT_THAT(ended.out, HasSubstr("/bin/keld_xyz.sh\n"));
 }
 

@@ -3,6 +3,7 @@
 //
 //   succeed.*          make three points, with all kinds of messages on the way
 //   geometry.*         make no points but carriers, as kit_geometry.h says
+//   *facets.*          make meshes, as kit_facets.h says
 //   controls.*         log words with control characters
 //   letters.*          log words with bytes that are none, be they text or not
 //   fail-<status>.*    throw a Failure with that status, after one point and a warning
@@ -14,6 +15,7 @@
 //   write-and-<what>.* on export: write half of a file, then "fail", "work" or "die"
 //   options.*          tell the options "text", "integer", "number" and "flag" in the log
 //   flood.*            tell its progress a hundred thousand times
+#include "process/kit_facets.h"
 #include "process/kit_geometry.h"
 
 #include <keld-transl/model/point3d.h>
@@ -103,8 +105,11 @@ void doAsNamed(std::string const & path, Run & run)
 
 void readFile(std::string const & path, Run & run)
 {
-    if (std::filesystem::path(path).stem() == "geometry")
+    std::string const name = std::filesystem::path(path).stem();
+    if (name == "geometry")
         return tests::makeCountedGeometry();
+    if (name.find("facets") != std::string::npos)
+        return tests::makeFacets(name);
     for (int i = 1; i <= 3; ++i)
         transl_tk::Point3D::create(0, i, 0, 0);
     doAsNamed(path, run);

@@ -1,5 +1,7 @@
 #include "model_summary.h"
 
+#include "facet_summary.h"
+
 #include <keld-transl/model/point3d.h>
 #include <keld-transl/reporting/logger.h>
 #include <keld-transl/topology/curve3d.h>
@@ -171,6 +173,8 @@ void printSummary(SubPool const & model)
             printShapeKinds(model.m_Curves3D, CurveKinds, typeOfCurve);
         if (kind.store == &SubPool::m_Surfaces)
             printShapeKinds(model.m_Surfaces, SurfaceKinds, typeOfSurface);
+        if (kind.store == &SubPool::m_TriStrips)
+            printFacets(model);
         empty = empty && count == 0;
     }
     if (empty)

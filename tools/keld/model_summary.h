@@ -6,7 +6,7 @@
 namespace keld {
 
 /// Prints how many entities of each kind the model holds, of curves and surfaces how many of each
-/// kind of shape, and the box around its points.
+/// kind of shape, of facets what `printFacets` says, and the box around its points.
 void printSummary(transl_tk::SubPool const & model);
 
 /// Prints the first `limit` points in the order of their ids: id and coordinates, with as many

@@ -6,7 +6,6 @@
 namespace transl_tk {
 
 class Base;
-class SubPool;
 
 /// A named, typed list of values that hangs on any number of entities: a colour, product data, a
 /// comment, whatever stands beside the geometry.
@@ -76,7 +75,7 @@ public:
     void getColor(unsigned char (&colour)[4]);
 
 private:
-    friend class SubPool;
+    friend struct AttributeAccess;
 };
 
 } // namespace transl_tk

@@ -23,13 +23,14 @@ TEST(Exports, AreTheFunctionsOfTheHeadersAndNothingElse)
     EXPECT_THAT(names,
                 testing::UnorderedElementsAre(
                     "CloseHandle", "CreateFileMappingA", "FileMappingFree", "FileMappingSize",
-                    "GetLastError", "MapViewOfFile", "OpenFileMappingA", "PrepareViewOfFile",
-                    "ReleaseFileMappings", "ServerEndOk", "ServerFreeOldPath", "ServerGetPtr",
-                    "ServerOpen", "ServerQueryExist", "ServerSendValist", "ServerSetInactive",
-                    "ServerSetLumoRunning", "ServerSetOldPath", "ServerShutdownAndClosePipes",
-                    "TranslatorAttach", "UnmapViewOfFile", "crash_report_get_filename",
-                    "enableDatabaseStorage", "envexists_utf8", "getCurrentProcessId", "get_tmp_dir",
-                    "getenv_utf8", "iaccess", "install_crash_report_args", "pipe_read",
-                    "setDatabaseStorage", "towin_path", "unlink_utf8", "vstudio_printf",
-                    "xmlSaveFormatFileEnc_utf8"));
+                    "FreeTreeS_P", "GetLastError", "GetNodeDataS_P", "MapViewOfFile", "NewTreeS_P",
+                    "OpenFileMappingA", "PrepareViewOfFile", "ReleaseFileMappings", "ServerEndOk",
+                    "ServerFreeOldPath", "ServerGetPtr", "ServerOpen", "ServerQueryExist",
+                    "ServerSendValist", "ServerSetInactive", "ServerSetLumoRunning",
+                    "ServerSetOldPath", "ServerShutdownAndClosePipes", "SetNodeDataS_P",
+                    "TranslatorAttach", "UnmapViewOfFile", "WalkTreeS_P",
+                    "crash_report_get_filename", "enableDatabaseStorage", "envexists_utf8",
+                    "getCurrentProcessId", "get_tmp_dir", "getenv_utf8", "iaccess",
+                    "install_crash_report_args", "pipe_read", "setDatabaseStorage", "str_case_cmp",
+                    "towin_path", "unlink_utf8", "vstudio_printf", "xmlSaveFormatFileEnc_utf8"));
 }

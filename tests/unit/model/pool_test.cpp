@@ -178,5 +178,16 @@ TEST_F(PoolTest, EveryEntityGoesWithItsSubPool)
     EXPECT_FALSE(Pool::hasInstance());
 }
 
+TEST_F(PoolTest, DeletedWithSeveralSubPoolsFreesEachModelInItsOwn)
+{
+    for (char const * const name : {"a", "b", "c"}) {
+        Pool::construct(name);
+        Point3D::create(0, 1, 2, 3);
+    }
+    Pool::getInstance()->setCurrent("a");
+    delete Pool::getInstance();
+    EXPECT_FALSE(Pool::hasInstance());
+}
+
 } // namespace
 } // namespace transl_tk
