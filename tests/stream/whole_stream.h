@@ -8,9 +8,8 @@
 
 namespace tests {
 
-/// A sound stream with records in every section, whose ids are all below 10. Reading it into an
-/// empty model and writing that gives the same bytes, UV curves and floats being left out where
-/// they do not travel.
+/// A sound stream with records in every section, whose ids are all below 10. A model that is read
+/// from it is written as the same bytes.
 inline Bytes wholeStream()
 {
     using namespace records;
