@@ -486,6 +486,7 @@ private:
         for (auto const & [child, number] : m_Children[assembly])
             firstOf.emplace(number, child);
         std::vector<int> visible;
+        visible.reserve(firstOf.size());
         for (auto const & [number, child] : firstOf)
             visible.push_back(child);
         return visible;

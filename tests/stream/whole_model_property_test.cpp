@@ -61,8 +61,9 @@ Whole arrivedFrom(Whole const & made)
         shape(part.component);
         place(id, part.component.hierarchy);
         for (auto & [node, described] : part.nodes)
-            std::erase_if(described.entities,
-                          [&](auto const & each) { return !arrives(each, made, id); });
+            std::erase_if(described.entities, [&, holder = id](auto const & each) {
+                return !arrives(each, made, holder);
+            });
     }
     for (auto & [id, instance] : arrived.instances)
         place(id, instance.hierarchy);
