@@ -1,7 +1,7 @@
 #ifndef KELD_TRANSL_ATTRIBUTES_ENTITY_LINKS_H
 #define KELD_TRANSL_ATTRIBUTES_ENTITY_LINKS_H
 
-#include "attributes/small_list.h"
+#include "model/small_list.h"
 #include "model/entity.h"
 #include "model/entity_kinds.h"
 
