@@ -110,6 +110,13 @@ bool start(std::string segment, long long size, std::string back, Peer & peer)
     return error == 0;
 }
 
+/// The number on the next line, 0 when there is none.
+long long readNumber(std::FILE * from)
+{
+    char line[32];
+    return std::fgets(line, sizeof(line), from) != nullptr ? std::strtoll(line, nullptr, 10) : 0;
+}
+
 /// Lets the second process end; true when it was content.
 bool finish(Peer & peer)
 {
@@ -131,7 +138,8 @@ bool sendBothWays(long long & size, long long & sizeBack)
         return false;
     Peer peer;
     bool good = start(segment, size, back, peer);
-    good = good && std::fscanf(peer.from, "%lld", &sizeBack) == 1 && sizeBack > 0;
+    sizeBack = good ? readNumber(peer.from) : 0;
+    good = sizeBack > 0;
     Server::unmapSharedMemory(true);
     good = good && readModel(back, sizeBack, "returned");
     return peer.to != nullptr && finish(peer) && good;
