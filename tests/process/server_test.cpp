@@ -11,6 +11,7 @@
 #include <csignal>
 #include <fcntl.h>
 #include <fstream>
+#include <functional>
 #include <gtest/gtest.h>
 #include <memory>
 #include <sstream>
@@ -144,6 +145,27 @@ protected:
         return !Server::Stream()->getFilePath().empty();
     }
 
+    /// What a translator with a dump directory prints that crashes after `before`.
+    std::string outputOfACrash(std::function<void()> const & before)
+    {
+        tests::ScopedEnvironment const unwanted("TRANSL_REPORT_FILE", std::nullopt);
+        tests::TemporaryDirectory const output;
+        add("dump_directory", directory().c_str());
+        tests::Child translator([&] {
+            int const file =
+                ::open((output / "stdout").c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
+            ::dup2(file, STDOUT_FILENO);
+            Server::echo_start(StreamPolicy::StreamOnly, "");
+            Server::SetDumpFileGenerator(m_Options.get());
+            before();
+            return std::raise(SIGSEGV);
+        });
+        EXPECT_EQ(translator.wait(), -SIGSEGV);
+        EXPECT_NE(onlyFile(), "");
+        return contentOf(output / "stdout");
+    }
+    std::string dumpLine() { return "\nVORN wrote a dump file (" + onlyFile() + ") !!!\n"; }
+
     std::unique_ptr<IExecIO, void (*)(IExecIO *)> m_Options{IExecIO::create(), &IExecIO::destruct};
 };
 
@@ -190,61 +212,28 @@ TEST_F(GeneratorTest, AnOptionWithoutExactlyOneTextCountsAsEmpty)
 
 TEST_F(GeneratorTest, ACrashLeavesADumpAndSaysWhereInTheStream)
 {
-    tests::ScopedEnvironment const unwanted("TRANSL_REPORT_FILE", std::nullopt);
-    tests::TemporaryDirectory const output;
-    add("dump_directory", directory().c_str());
-    tests::Child translator([&] {
-        int const file = ::open((output / "stdout").c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
-        ::dup2(file, STDOUT_FILENO);
-        Server::echo_start(StreamPolicy::StreamOnly, "");
-        Server::SetDumpFileGenerator(m_Options.get());
-        return std::raise(SIGSEGV);
-    });
-    EXPECT_EQ(translator.wait(), -SIGSEGV);
-    ASSERT_NE(onlyFile(), "");
-    EXPECT_EQ(contentOf(output / "stdout"), "\nVORN wrote a dump file (" + onlyFile() + ") !!!\n");
+    std::string const output = outputOfACrash([] {});
+    EXPECT_EQ(output, dumpLine());
 }
 
 TEST_F(GeneratorTest, ACrashNamesTheComponentThatWasBeingRead)
 {
-    tests::ScopedEnvironment const unwanted("TRANSL_REPORT_FILE", std::nullopt);
-    tests::TemporaryDirectory const output;
-    add("dump_directory", directory().c_str());
-    tests::Child translator([&] {
-        int const file = ::open((output / "stdout").c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
-        ::dup2(file, STDOUT_FILENO);
-        Server::echo_start(StreamPolicy::StreamOnly, "");
-        Server::SetDumpFileGenerator(m_Options.get());
+    std::string const output = outputOfACrash([] {
         Pool::construct("model");
         Pool::getInstance()->logger()->setProcessingComponent(Part::create(0, "hinge"));
-        return std::raise(SIGSEGV);
     });
-    EXPECT_EQ(translator.wait(), -SIGSEGV);
-    ASSERT_NE(onlyFile(), "");
-    EXPECT_EQ(contentOf(output / "stdout"), "\nProcess failed while reading component: hinge\n"
-                                            "\nVORN wrote a dump file (" +
-                                                onlyFile() + ") !!!\n");
+    EXPECT_EQ(output, "\nProcess failed while reading component: hinge\n" + dumpLine());
 }
 
 TEST_F(GeneratorTest, ACrashNamesNoComponentThatIsGone)
 {
-    tests::ScopedEnvironment const unwanted("TRANSL_REPORT_FILE", std::nullopt);
-    tests::TemporaryDirectory const output;
-    add("dump_directory", directory().c_str());
-    tests::Child translator([&] {
-        int const file = ::open((output / "stdout").c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
-        ::dup2(file, STDOUT_FILENO);
-        Server::echo_start(StreamPolicy::StreamOnly, "");
-        Server::SetDumpFileGenerator(m_Options.get());
+    std::string const output = outputOfACrash([] {
         Pool::construct("model");
         Part * const part = Part::create(0, "hinge");
         Pool::getInstance()->logger()->setProcessingComponent(part);
         Hierarchy::destruct(part);
-        return std::raise(SIGSEGV);
     });
-    EXPECT_EQ(translator.wait(), -SIGSEGV);
-    ASSERT_NE(onlyFile(), "");
-    EXPECT_EQ(contentOf(output / "stdout"), "\nVORN wrote a dump file (" + onlyFile() + ") !!!\n");
+    EXPECT_EQ(output, dumpLine());
 }
 
 TEST_F(GeneratorTest, ADirectoryLongerThanItsBlockIsCut)
