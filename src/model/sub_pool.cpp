@@ -25,6 +25,7 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 
 namespace transl_tk {
 
@@ -139,22 +140,49 @@ void SubPool::clear()
 
 void SubPool::uniqueName(std::string & name)
 {
-    if (m_Names.insert(name).second)
-        return;
-    if (auto const suffix = name.rfind('@'); suffix != std::string::npos)
-        name.erase(suffix);
-    std::string const stem = name + '@';
-    for (unsigned long long counter = 1;; ++counter) {
-        name = stem + std::to_string(counter);
-        if (m_Names.insert(name).second)
-            return;
+    forgetNumbersWhenNamesChanged();
+    if (!m_Names.insert(name).second) {
+        if (auto const suffix = name.rfind('@'); suffix != std::string::npos)
+            name.erase(suffix);
+        unsigned long long & number = m_FirstFreeNumbers.try_emplace(name, 1).first->second;
+        std::string const stem = name + '@';
+        do
+            name = stem + std::to_string(number++);
+        while (!m_Names.insert(name).second);
     }
+    m_KnownNames = m_Names.size();
 }
 
 void SubPool::eraseName(std::string const & name)
 {
-    if (m_Names.erase(name) != 0 && m_Names.empty())
+    forgetNumbersWhenNamesChanged();
+    if (m_Names.erase(name) == 0)
+        return;
+    if (m_Names.empty()) {
         m_Names = std::unordered_set<std::string>(InitialBuckets);
+        m_FirstFreeNumbers.clear();
+    }
+    m_KnownNames = m_Names.size();
+    auto const suffix = name.rfind('@');
+    if (m_FirstFreeNumbers.empty() || suffix == std::string::npos)
+        return;
+    auto const numbered = m_FirstFreeNumbers.find(name.substr(0, suffix));
+    if (numbered == m_FirstFreeNumbers.end())
+        return;
+    // Suffixes that only look like numbers, as "07" does, may lower the number as well: it need not
+    // be the first free one, as long as there is none below it.
+    unsigned long long number = 0;
+    std::from_chars(name.data() + suffix + 1, name.data() + name.size(), number);
+    if (number != 0)
+        numbered->second = std::min(numbered->second, number);
+    if (numbered->second == 1)
+        m_FirstFreeNumbers.erase(numbered);
+}
+
+void SubPool::forgetNumbersWhenNamesChanged()
+{
+    if (m_Names.size() != m_KnownNames)
+        m_FirstFreeNumbers.clear();
 }
 
 bool SubPool::findFaceToSplit(int id)
