@@ -2,6 +2,7 @@
 #include "geom/ownerless.h"
 #include "model/entity.h"
 #include "model/user_set.h"
+#include "product/hierarchy_ref.h"
 
 #include <keld-transl/attributes/annotation.h>
 #include <keld-transl/model/point3d.h>
@@ -32,8 +33,9 @@ namespace transl_tk {
 namespace {
 
 /// Destroys the entities of a store in ascending order of ids. Entities leave the store as they go
-/// and may take others of their kind along, so each is looked up before.
-template <class Entity> void destroyAll(EntityStore & store)
+/// and may take others of their kind along, so each is looked up before. What is not `wanted`
+/// stays.
+template <class Entity, class Wanted> void destroyAll(EntityStore & store, Wanted wanted)
 {
     IdTree const & tree = TableAccess::tree(store.m_Entities);
     std::array<IdTree::Entry, 128> batch;
@@ -45,16 +47,32 @@ template <class Entity> void destroyAll(EntityStore & store)
         for (std::size_t i = 0; i < count; ++i)
             __builtin_prefetch(batch[i].value, 1);
         for (std::size_t i = 0; i < count; ++i)
-            if (tree.find(batch[i].id) == batch[i].value)
-                Entity::destruct(static_cast<Entity *>(static_cast<Base *>(batch[i].value)));
+            if (tree.find(batch[i].id) == batch[i].value) {
+                auto * const entity = static_cast<Entity *>(static_cast<Base *>(batch[i].value));
+                if (wanted(entity))
+                    Entity::destruct(entity);
+            }
         next = batch[count - 1].id + 1LL;
     }
 }
 
+template <class Entity> void destroyAll(EntityStore & store)
+{
+    destroyAll<Entity>(store, [](Entity *) { return true; });
+}
+
 /// Destroys the product structure: from the top, parts before assemblies, and then what has a
 /// parent though nobody above it goes, as a ring of assemblies has.
-void destroyHierarchies(EntityStore & store)
+///
+/// When the model is the only one, nothing lists its instances but what goes as well: they go in a
+/// row, which their order in memory is, and not from part to part.
+void destroyHierarchies(EntityStore & store, bool isOnlyModel)
 {
+    EndOfAllNodes const all(isOnlyModel);
+    if (isOnlyModel)
+        destroyAll<Hierarchy>(store, [](Hierarchy * node) {
+            return node->getHierarchyType() == Hierarchy::Instance;
+        });
     IdTree const & tree = TableAccess::tree(store.m_Entities);
     for (auto const type : {Hierarchy::Part, Hierarchy::Assembly}) {
         std::vector<IdTree::Entry> top;
@@ -111,7 +129,7 @@ unsigned int SubPool::GetAvailableId()
 void SubPool::clear()
 {
     CurrentSubPool::Clearing const clearing(this);
-    destroyHierarchies(m_Hierarchies);
+    destroyHierarchies(m_Hierarchies, CurrentSubPool::isOnly(this));
     destroyAll<Body>(m_Bodies);
     destroyAll<Shell>(m_Shells);
     destroyAll<Face>(m_Faces);

@@ -5,6 +5,8 @@ namespace transl_tk {
 
 ProxyInstance::~ProxyInstance()
 {
+    if (EndOfAllNodes::goesOn())
+        return;
     HierarchyRef component;
     component.hierarchy = m_Component;
     component.id = m_ComponentId;

@@ -31,6 +31,8 @@ ProxyComponent::~ProxyComponent()
 
 void ProxyComponent::endInstances()
 {
+    if (EndOfAllNodes::goesOn())
+        return;
     for (HierarchyRef const & instance : m_Instances.entries())
         Hierarchy::destruct(instance.livingInstance());
 }
