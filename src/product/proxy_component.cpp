@@ -55,6 +55,11 @@ void ProxyComponent::listInstance(Instance * instance)
         m_Instances.insert(instance, 1);
 }
 
+void ProxyComponent::listNewInstance(Instance * instance)
+{
+    m_Instances.append(instance, 1);
+}
+
 bool ProxyComponent::walkInstances(bool (*callback)(Instance *, void *), void * user) const
 {
     std::vector<HierarchyRef> nodes;
