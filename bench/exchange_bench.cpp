@@ -11,14 +11,13 @@
 #include <keld-transl/process/server.h>
 
 #include <cstring>
-#include <fstream>
 #include <random>
 #include <string>
 #include <vector>
 
 namespace {
 
-using bench::inFreshProcess;
+using bench::peakOf;
 using bench::secondsOfFirst;
 using bench::timed;
 using bench::Writer;
@@ -138,30 +137,6 @@ void Size(benchmark::State & state)
     for ([[maybe_unused]] auto iteration : state)
         timed(state, [] { benchmark::DoNotOptimize(Pool::getInstance()->getSize()); });
     Pool::destruct();
-}
-
-/// Highest resident size of this process so far, in bytes.
-double peakMemory()
-{
-    std::ifstream status("/proc/self/status");
-    for (std::string word; status >> word;)
-        if (word == "VmHWM:") {
-            double kibibytes = 0;
-            status >> kibibytes;
-            return kibibytes * 1024;
-        }
-    return 0;
-}
-
-/// Peak of a process of its own that runs `work`.
-template <class Work> double peakOf(Work work)
-{
-    return inFreshProcess([&] {
-        // The peak counts from here on.
-        std::ofstream("/proc/self/clear_refs") << 5;
-        work();
-        return peakMemory();
-    });
 }
 
 /// The yardstick of a first reading.

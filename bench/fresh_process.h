@@ -7,6 +7,7 @@
 
 #include <chrono>
 #include <csignal>
+#include <fstream>
 #include <string>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -31,6 +32,30 @@ template <class Work> double inFreshProcess(Work work)
     ::close(ends[0]);
     ::close(ends[1]);
     return result;
+}
+
+/// Highest resident size of this process so far, in bytes.
+inline double peakMemory()
+{
+    std::ifstream status("/proc/self/status");
+    for (std::string word; status >> word;)
+        if (word == "VmHWM:") {
+            double kibibytes = 0;
+            status >> kibibytes;
+            return kibibytes * 1024;
+        }
+    return 0;
+}
+
+/// Peak of a process of its own that runs `work`.
+template <class Work> double peakOf(Work work)
+{
+    return inFreshProcess([&] {
+        // The peak counts from here on.
+        std::ofstream("/proc/self/clear_refs") << 5;
+        work();
+        return peakMemory();
+    });
 }
 
 /// Seconds that `work` takes in a process that has held no model before: the memory of its entities

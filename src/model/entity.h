@@ -31,6 +31,9 @@ public:
     /// first; the pointer is not followed.
     static bool holds(EntityStore SubPool::*store, int id, Base const * entity) noexcept;
 
+    /// Whether there is no sub-pool but this one.
+    static bool isOnly(SubPool const * subPool) noexcept;
+
     /// While one of these lives, all entities of the sub-pool go: its tables need not fit their
     /// size to what is left.
     class Clearing

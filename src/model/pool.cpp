@@ -171,6 +171,12 @@ bool CurrentSubPool::holds(EntityStore SubPool::*store, int id, Base const * ent
                        [&](auto const & entry) { return listedIn(entry.second); });
 }
 
+bool CurrentSubPool::isOnly(SubPool const * subPool) noexcept
+{
+    Pool const * const pool = Pool::m_Pool;
+    return pool != nullptr && pool->m_SubPools.size() == 1 && pool->m_CurrentSubPool == subPool;
+}
+
 void CurrentSubPool::leaveOthers(Attribute const * attribute) noexcept
 {
     for (auto const & [name, subPool] : Pool::m_Pool->m_SubPools)

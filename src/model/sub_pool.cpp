@@ -2,6 +2,7 @@
 #include "geom/ownerless.h"
 #include "model/entity.h"
 #include "model/user_set.h"
+#include "product/hierarchy_ref.h"
 
 #include <keld-transl/attributes/annotation.h>
 #include <keld-transl/model/point3d.h>
@@ -25,14 +26,16 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 
 namespace transl_tk {
 
 namespace {
 
 /// Destroys the entities of a store in ascending order of ids. Entities leave the store as they go
-/// and may take others of their kind along, so each is looked up before.
-template <class Entity> void destroyAll(EntityStore & store)
+/// and may take others of their kind along, so each is looked up before. What is not `wanted`
+/// stays.
+template <class Entity, class Wanted> void destroyAll(EntityStore & store, Wanted wanted)
 {
     IdTree const & tree = TableAccess::tree(store.m_Entities);
     std::array<IdTree::Entry, 128> batch;
@@ -44,16 +47,32 @@ template <class Entity> void destroyAll(EntityStore & store)
         for (std::size_t i = 0; i < count; ++i)
             __builtin_prefetch(batch[i].value, 1);
         for (std::size_t i = 0; i < count; ++i)
-            if (tree.find(batch[i].id) == batch[i].value)
-                Entity::destruct(static_cast<Entity *>(static_cast<Base *>(batch[i].value)));
+            if (tree.find(batch[i].id) == batch[i].value) {
+                auto * const entity = static_cast<Entity *>(static_cast<Base *>(batch[i].value));
+                if (wanted(entity))
+                    Entity::destruct(entity);
+            }
         next = batch[count - 1].id + 1LL;
     }
 }
 
+template <class Entity> void destroyAll(EntityStore & store)
+{
+    destroyAll<Entity>(store, [](Entity *) { return true; });
+}
+
 /// Destroys the product structure: from the top, parts before assemblies, and then what has a
 /// parent though nobody above it goes, as a ring of assemblies has.
-void destroyHierarchies(EntityStore & store)
+///
+/// When the model is the only one, nothing lists its instances but what goes as well: they go in a
+/// row, which their order in memory is, and not from part to part.
+void destroyHierarchies(EntityStore & store, bool isOnlyModel)
 {
+    EndOfAllNodes const all(isOnlyModel);
+    if (isOnlyModel)
+        destroyAll<Hierarchy>(store, [](Hierarchy * node) {
+            return node->getHierarchyType() == Hierarchy::Instance;
+        });
     IdTree const & tree = TableAccess::tree(store.m_Entities);
     for (auto const type : {Hierarchy::Part, Hierarchy::Assembly}) {
         std::vector<IdTree::Entry> top;
@@ -110,7 +129,7 @@ unsigned int SubPool::GetAvailableId()
 void SubPool::clear()
 {
     CurrentSubPool::Clearing const clearing(this);
-    destroyHierarchies(m_Hierarchies);
+    destroyHierarchies(m_Hierarchies, CurrentSubPool::isOnly(this));
     destroyAll<Body>(m_Bodies);
     destroyAll<Shell>(m_Shells);
     destroyAll<Face>(m_Faces);
@@ -139,22 +158,49 @@ void SubPool::clear()
 
 void SubPool::uniqueName(std::string & name)
 {
-    if (m_Names.insert(name).second)
-        return;
-    if (auto const suffix = name.rfind('@'); suffix != std::string::npos)
-        name.erase(suffix);
-    std::string const stem = name + '@';
-    for (unsigned long long counter = 1;; ++counter) {
-        name = stem + std::to_string(counter);
-        if (m_Names.insert(name).second)
-            return;
+    forgetNumbersWhenNamesChanged();
+    if (!m_Names.insert(name).second) {
+        if (auto const suffix = name.rfind('@'); suffix != std::string::npos)
+            name.erase(suffix);
+        unsigned long long & number = m_FirstFreeNumbers.try_emplace(name, 1).first->second;
+        std::string const stem = name + '@';
+        do
+            name = stem + std::to_string(number++);
+        while (!m_Names.insert(name).second);
     }
+    m_KnownNames = m_Names.size();
 }
 
 void SubPool::eraseName(std::string const & name)
 {
-    if (m_Names.erase(name) != 0 && m_Names.empty())
+    forgetNumbersWhenNamesChanged();
+    if (m_Names.erase(name) == 0)
+        return;
+    if (m_Names.empty()) {
         m_Names = std::unordered_set<std::string>(InitialBuckets);
+        m_FirstFreeNumbers.clear();
+    }
+    m_KnownNames = m_Names.size();
+    auto const suffix = name.rfind('@');
+    if (m_FirstFreeNumbers.empty() || suffix == std::string::npos)
+        return;
+    auto const numbered = m_FirstFreeNumbers.find(name.substr(0, suffix));
+    if (numbered == m_FirstFreeNumbers.end())
+        return;
+    // Suffixes that only look like numbers, as "07" does, may lower the number as well: it need not
+    // be the first free one, as long as there is none below it.
+    unsigned long long number = 0;
+    std::from_chars(name.data() + suffix + 1, name.data() + name.size(), number);
+    if (number != 0)
+        numbered->second = std::min(numbered->second, number);
+    if (numbered->second == 1)
+        m_FirstFreeNumbers.erase(numbered);
+}
+
+void SubPool::forgetNumbersWhenNamesChanged()
+{
+    if (m_Names.size() != m_KnownNames)
+        m_FirstFreeNumbers.clear();
 }
 
 bool SubPool::findFaceToSplit(int id)

@@ -5,6 +5,9 @@ namespace transl_tk {
 
 ProxyAssembly::~ProxyAssembly()
 {
+    // All of them are instances, which have gone already when every node goes.
+    if (EndOfAllNodes::goesOn())
+        return;
     for (HierarchyRef const & child : m_Children.entries())
         Hierarchy::destruct(child.living());
     endInstances();
@@ -26,6 +29,8 @@ std::vector<HierarchyRef> ProxyAssembly::takeComponents()
     for (HierarchyRef const & child : m_Children.entries()) {
         Hierarchy * const living = child.living();
         if (living != nullptr && living->getHierarchyType() == Hierarchy::Instance)
+            continue;
+        if (living == nullptr && EndOfAllNodes::goesOn())
             continue;
         m_Children.erase(child.hierarchy);
         if (living != nullptr)

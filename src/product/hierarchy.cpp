@@ -56,7 +56,8 @@ void Hierarchy::destruct(Hierarchy * hierarchy)
     // Assemblies nest deeper than the stack may be: those that wait for their children stand here.
     std::vector<EndingAssembly> path;
     auto const end = [&](Hierarchy * node) {
-        if (auto * const assembly = dynamic_cast<ProxyAssembly *>(node)) {
+        bool const isAssembly = node != nullptr && node->getHierarchyType() == Assembly;
+        if (auto * const assembly = isAssembly ? dynamic_cast<ProxyAssembly *>(node) : nullptr) {
             if (assembly->beginEnd())
                 path.emplace_back(assembly);
         } else {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <bit>
 #include <iterator>
+#include <new>
 
 namespace transl_tk {
 
@@ -22,6 +23,8 @@ std::size_t HierarchyList::positionOf(Hierarchy const * node) const noexcept
 {
     if (node == nullptr)
         return NoPosition;
+    if (!m_Index && m_Entries.size() > LongestWithoutIndex)
+        startIndex();
     if (!m_Index) {
         auto const entry = std::find_if(m_Entries.begin(), m_Entries.end(),
                                         [&](Entry const & each) { return each.hierarchy == node; });
@@ -37,7 +40,21 @@ std::size_t HierarchyList::positionOf(Hierarchy const * node) const noexcept
     return NoPosition;
 }
 
-void HierarchyList::enterInIndex(std::size_t position) noexcept
+/// Enters all nodes in a new index. Without memory for one there is none, and the row is searched.
+void HierarchyList::startIndex() const noexcept
+{
+    std::size_t const slots = std::bit_ceil((m_Entries.size() + 1) * 3 / 2);
+    m_Index.reset(new (std::nothrow) std::uint32_t[slots]());
+    if (!m_Index)
+        return;
+    m_Slots = static_cast<std::uint32_t>(slots);
+    m_Taken = 0;
+    for (std::size_t position = 0; position < m_Entries.size(); ++position)
+        if (m_Entries[position].hierarchy != nullptr)
+            enterInIndex(position);
+}
+
+void HierarchyList::enterInIndex(std::size_t position) const noexcept
 {
     std::size_t slot = slotOf(m_Entries[position].hierarchy);
     while (m_Index[slot] != 0)
@@ -77,9 +94,14 @@ void HierarchyList::makeRoomInIndex()
 
 void HierarchyList::insert(Hierarchy * node, int number)
 {
-    if (find(node) != nullptr)
-        return;
-    makeRoomInIndex();
+    if (find(node) == nullptr)
+        append(node, number);
+}
+
+void HierarchyList::append(Hierarchy * node, int number)
+{
+    if (m_Index)
+        makeRoomInIndex();
     bool const ascends = m_Entries.empty() || m_Entries.back().number < number;
     m_Entries.emplace_back(node, number);
     if (m_Index)

@@ -12,9 +12,9 @@ namespace transl_tk {
 
 /// Nodes that another node lists, each once and with a number.
 ///
-/// They stand in a row in the order of their arrival, which leaves gaps where some have gone; a row
-/// that has become long gets a hash index of positions. Finding, adding and removing take constant
-/// time, also when a million goes one by one.
+/// They stand in a row in the order of their arrival, which leaves gaps where some have gone; a
+/// long row gets a hash index of positions once a node is looked for. Finding, adding and removing
+/// take constant time, also when a million goes one by one.
 class HierarchyList
 {
 public:
@@ -38,6 +38,9 @@ public:
 
     /// Adds a node that is not listed yet; one that is keeps its number.
     void insert(Hierarchy * node, int number);
+
+    /// Adds a node that is known not to be listed.
+    void append(Hierarchy * node, int number);
 
     /// Removes a node; one that is not listed is no fault.
     void erase(Hierarchy const * node) noexcept;
@@ -68,14 +71,15 @@ private:
 
     std::size_t positionOf(Hierarchy const * node) const noexcept;
     std::size_t slotOf(Hierarchy const * node) const noexcept;
-    void enterInIndex(std::size_t position) noexcept;
+    void startIndex() const noexcept;
+    void enterInIndex(std::size_t position) const noexcept;
     void closeGaps() noexcept;
     void makeRoomInIndex();
 
-    std::vector<Entry> m_Entries;             ///< null pointers are the gaps; none at the end
-    std::unique_ptr<std::uint32_t[]> m_Index; ///< positions plus 1, 0 where a slot is free
-    std::uint32_t m_Slots = 0;                ///< a power of 2
-    std::uint32_t m_Taken = 0;                ///< slots in use, also of nodes that have gone
+    std::vector<Entry> m_Entries; ///< null pointers are the gaps; none at the end
+    mutable std::unique_ptr<std::uint32_t[]> m_Index; ///< positions plus 1, 0 where a slot is free
+    mutable std::uint32_t m_Slots = 0;                ///< a power of 2
+    mutable std::uint32_t m_Taken = 0; ///< slots in use, also of nodes that have gone
     int m_Size = 0;
     bool m_Ascending = true; ///< whether the order of arrival is the order of numbers
 };

@@ -5,6 +5,7 @@
 #include <keld-transl/product/instance.h>
 
 #include <cstddef>
+#include <utility>
 #include <vector>
 
 namespace transl_tk {
@@ -32,6 +33,24 @@ struct HierarchyRef
 
 /// The parent of a node when it still stands in the model, else null.
 Assembly * livingParentOf(Hierarchy * node);
+
+/// While one of these lives, every node of the process goes: the nodes need not leave each other's
+/// lists, and the instances have gone before the components do.
+class EndOfAllNodes
+{
+public:
+    explicit EndOfAllNodes(bool isAll) noexcept : m_Before(std::exchange(s_GoesOn, isAll)) {}
+    EndOfAllNodes(EndOfAllNodes const &) = delete;
+    EndOfAllNodes & operator=(EndOfAllNodes const &) = delete;
+    ~EndOfAllNodes() { s_GoesOn = m_Before; }
+
+    static bool goesOn() noexcept { return s_GoesOn; }
+
+private:
+    inline static bool s_GoesOn = false;
+
+    bool m_Before;
+};
 
 /// Nodes in the order of a walk, of which those are passed over that are freed meanwhile.
 class HierarchyWalk

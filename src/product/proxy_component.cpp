@@ -31,6 +31,8 @@ ProxyComponent::~ProxyComponent()
 
 void ProxyComponent::endInstances()
 {
+    if (EndOfAllNodes::goesOn())
+        return;
     for (HierarchyRef const & instance : m_Instances.entries())
         Hierarchy::destruct(instance.livingInstance());
 }
@@ -51,6 +53,11 @@ void ProxyComponent::listInstance(Instance * instance)
         ++entry->number;
     else
         m_Instances.insert(instance, 1);
+}
+
+void ProxyComponent::listNewInstance(Instance * instance)
+{
+    m_Instances.append(instance, 1);
 }
 
 bool ProxyComponent::walkInstances(bool (*callback)(Instance *, void *), void * user) const

@@ -21,6 +21,8 @@ public:
 
     void adoptUnits(Units * units);
     void listInstance(Instance * instance);
+    /// The same for an instance that nothing lists yet.
+    void listNewInstance(Instance * instance);
     bool walkInstances(bool (*callback)(Instance *, void *), void * user) const;
 
     std::string m_Name;
@@ -58,6 +60,8 @@ public:
     {
         return this->walkInstances(callback, user);
     }
+
+    using ProxyComponent::listNewInstance;
 };
 
 } // namespace transl_tk

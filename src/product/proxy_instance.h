@@ -11,11 +11,7 @@ class ProxyInstance final : public HierarchyOf<Instance, ProxyHierarchy>,
                             public Pooled<ProxyInstance>
 {
 public:
-    ProxyInstance(int id, Component * component)
-        : HierarchyOf(id), m_Component(component), m_ComponentId(component->getId())
-    {
-        component->addInstance(this);
-    }
+    ProxyInstance(int id, Component * component);
     ProxyInstance(ProxyInstance const &) = delete;
     ProxyInstance & operator=(ProxyInstance const &) = delete;
     ~ProxyInstance() override;

@@ -3,7 +3,9 @@
 
 #include <keld-transl/model/entity_store.h>
 
+#include <cstddef>
 #include <string>
+#include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
@@ -73,8 +75,12 @@ public:
     EntityStore m_CartesianCoords;
     EntityStore m_Annotations;
 
-    cad::ILoggerPolicy * m_Logger;                  ///< owned
-    std::unordered_set<std::string> m_Names;        ///< names of components in use
+    cad::ILoggerPolicy * m_Logger; ///< owned
+    /// Names of components in use. Who changes the set by hand may add and remove; but after a name
+    /// "stem@number" was removed and another name added, with no call of `uniqueName` or
+    /// `eraseName` between, `uniqueName` may pass over that number.
+    std::unordered_set<std::string> m_Names;
+
     std::vector<Attribute *> m_Attributes;          ///< owned, in order of creation
     std::vector<HtmlLoggerEntry *> m_LoggerEntries; ///< owned, in order of creation
 
@@ -87,6 +93,14 @@ public:
 
     /// The number that `GetAvailableId` gives next.
     static unsigned int m_AvailableId;
+
+private:
+    void forgetNumbersWhenNamesChanged();
+
+    /// By stem, a number that no free one stands below: so that names which clash again and again
+    /// need not count from 1 each time. Stems that are missing start at 1.
+    std::unordered_map<std::string, unsigned long long> m_FirstFreeNumbers;
+    std::size_t m_KnownNames = 0; ///< size of `m_Names` when those numbers were right
 };
 
 } // namespace transl_tk

@@ -22,6 +22,11 @@
 #include <keld-transl/topology/vertex.h>
 
 #include <gtest/gtest.h>
+#include <rapidcheck.h>
+#include <string>
+#include <unordered_set>
+#include <utility>
+#include <vector>
 
 namespace transl_tk {
 namespace {
@@ -104,6 +109,67 @@ TEST_F(NamesTest, TheSetOfNamesReturnsToItsFirstSizeWhenItEmpties)
     EXPECT_GT(tests::currentSubPool().m_Names.bucket_count(), buckets);
     erase("name");
     EXPECT_EQ(tests::currentSubPool().m_Names.bucket_count(), buckets);
+}
+
+/// The rule itself: the first free number, counted from 1.
+std::string firstFree(std::unordered_set<std::string> const & names, std::string name)
+{
+    if (names.count(name) == 0)
+        return name;
+    std::string const stem = name.substr(0, name.rfind('@'));
+    for (unsigned number = 1; names.count(name) != 0; ++number)
+        name = stem + "@" + std::to_string(number);
+    return name;
+}
+
+TEST_F(NamesTest, TheNumberIsTheFirstFreeOneWhateverCameAndWentBefore)
+{
+    EXPECT_TRUE(rc::check("numbers are the first free ones", [] {
+        Pool::construct("names");
+        std::unordered_set<std::string> & names = tests::currentSubPool().m_Names;
+        auto const anyName = rc::gen::element<std::string>(
+            "", "a", "a@", "a@1", "a@2", "a@3", "a@03", "a@b", "a@-1", "a@2x", "a@b@1", "a@b@2",
+            "@", "@1", "@2", "a@99999999999999999999");
+        auto const steps = *rc::gen::container<std::vector<std::pair<int, std::string>>>(
+            rc::gen::pair(rc::gen::inRange(0, 8), anyName));
+        for (auto const & [action, name] : steps) {
+            if (action == 0) {
+                names.insert(name); // by hand
+            } else if (action == 1) {
+                unique("other");
+                names.erase(name); // by hand, nothing else by hand before the next call
+                unique("other");
+            } else if (action < 4) {
+                erase(name);
+            } else {
+                std::string const wanted = firstFree(names, name);
+                RC_ASSERT(unique(name) == wanted);
+                RC_ASSERT(names.count(wanted) == 1U);
+            }
+        }
+        Pool::destruct();
+    }));
+}
+
+TEST_F(NamesTest, TenThousandClashesAreNumberedWithoutAGap)
+{
+    EXPECT_EQ(unique("Door"), "Door");
+    for (int i = 1; i < 10000; ++i)
+        ASSERT_EQ(unique("Door"), "Door@" + std::to_string(i));
+    for (int const gap : {5000, 4000, 9999})
+        erase("Door@" + std::to_string(gap));
+    EXPECT_EQ(unique("Door"), "Door@4000");
+    EXPECT_EQ(unique("Door"), "Door@5000");
+    EXPECT_EQ(unique("Door"), "Door@9999");
+    EXPECT_EQ(unique("Door"), "Door@10000");
+}
+
+TEST_F(NamesTest, ANameRemovedByHandIsFreeAgain)
+{
+    for (int i = 0; i < 5; ++i)
+        unique("x");
+    tests::currentSubPool().m_Names.erase("x@2");
+    EXPECT_EQ(unique("x"), "x@2");
 }
 
 class SizeTest : public NamesTest
