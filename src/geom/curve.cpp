@@ -1,5 +1,5 @@
-#include "geom/curve_kinds.h"
 #include "geom/ownerless.h"
+#include "geom/scaling.h"
 
 namespace geom {
 
@@ -30,12 +30,6 @@ trimmingPoints * Curve::getTrimPoints() const
 void Curve::setTrimPoints(trimmingPoints * points)
 {
     m_TrimPoints = points;
-}
-
-void scaleCurve(Curve * curve, Scaling const & scaling)
-{
-    if (curve != nullptr)
-        visitCurve(*curve, [&](auto & kind) { kind.scaleBy(scaling); });
 }
 
 } // namespace geom

@@ -18,11 +18,6 @@ constexpr std::array<unsigned, 5> ShrinkAt = {0, 1, 3, 12, 32};
 
 using Key = std::uint32_t;
 
-Key keyOf(int id)
-{
-    return static_cast<Key>(id) ^ 0x80000000U;
-}
-
 int idOf(Key key)
 {
     return static_cast<int>(key ^ 0x80000000U);
@@ -48,13 +43,8 @@ Key prefixOf(Key key, unsigned level)
 
 /// A header, the children, and, in all forms but the full one, their bytes in ascending order.
 /// Children are nodes, or values in a node of the bottom level.
-struct IdTree::Node
+struct IdTree::Node : Head
 {
-    Key prefix;
-    std::uint8_t level;
-    std::uint8_t form;
-    std::uint16_t count;
-
     static std::size_t bytes(unsigned form)
     {
         unsigned const capacity = Capacity[form];
@@ -271,17 +261,23 @@ IdTree::Node * IdTree::newNode(unsigned form, unsigned level, Key key)
     return node;
 }
 
+IdTree::Node * IdTree::recentLeaf(Key page) const
+{
+    Recent const & recent = recentOf(page);
+    return recent.holds(page) ? static_cast<Node *>(recent.leaf()) : nullptr;
+}
+
 void IdTree::noteRecent(Node * leaf) const
 {
     Key const page = pageOf(leaf->prefix);
-    recentOf(page) = {page, leaf};
+    recentOf(page) = {page, leaf->children()};
 }
 
 void IdTree::dropNode(Node * node) noexcept
 {
     m_Memory -= Node::bytes(node->form);
-    if (Recent & recent = recentOf(pageOf(node->prefix)); recent.leaf == node)
-        recent.leaf = nullptr;
+    if (Recent & recent = recentOf(pageOf(node->prefix)); recent.slots == node->children())
+        recent.slots = nullptr;
     freeNode(node);
 }
 
@@ -333,11 +329,8 @@ void IdTree::shrink(Node ** place) noexcept
     }
 }
 
-void * IdTree::find(int id) const noexcept
+void * IdTree::findFromRoot(Key key) const noexcept
 {
-    Key const key = keyOf(id);
-    if (Node const * const recent = recentLeaf(pageOf(key)))
-        return recent->children()[byteOf(key, BottomLevel)];
     Node * node = m_Root;
     while (node != nullptr && node->covers(key)) {
         void ** const slot = node->child(byteOf(key, node->level));

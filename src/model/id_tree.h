@@ -29,7 +29,12 @@ public:
 
     void swap(IdTree & other) noexcept;
 
-    void * find(int id) const noexcept;
+    void * find(int id) const noexcept
+    {
+        Key const key = keyOf(id);
+        Recent const & recent = recentOf(pageOf(key));
+        return recent.holds(pageOf(key)) ? recent.slots[key & SlotMask] : findFromRoot(key);
+    }
 
     /// Enters `value`, which is not null. Returns where it stands, for replacing it before anything
     /// else changes the tree; null, and no change, when the id is taken.
@@ -39,7 +44,20 @@ public:
     void * erase(int id) noexcept { return remove(id, true); }
 
     /// The same, for one of many that go in a row: nodes keep their size until they are empty.
-    void * eraseNext(int id) noexcept { return remove(id, false); }
+    void * eraseNext(int id) noexcept
+    {
+        Key const key = keyOf(id);
+        Recent const & recent = recentOf(pageOf(key));
+        if (!recent.holds(pageOf(key)) || id == m_Largest)
+            return remove(id, false);
+        Head & leaf = *recent.leaf();
+        void *& slot = recent.slots[key & SlotMask];
+        if (slot == nullptr || leaf.count == 1)
+            return remove(id, false);
+        --leaf.count;
+        --m_Size;
+        return std::exchange(slot, nullptr);
+    }
 
     std::size_t size() const noexcept { return m_Size; }
 
@@ -67,25 +85,39 @@ public:
     std::size_t memory() const noexcept { return m_Memory; }
 
 private:
-    struct Node;
     using Key = std::uint32_t;
 
-    /// A full bottom node that was used a short while ago, with the bytes above it of the keys that
-    /// it holds. Neighbouring ids come one after the other, often from a few places in turn.
+    /// What a node begins with; its children follow.
+    struct Head
+    {
+        Key prefix;
+        std::uint8_t level;
+        std::uint8_t form;
+        std::uint16_t count;
+    };
+    struct Node;
+
+    /// The values of a full bottom node that was used a short while ago, with the bytes above it of
+    /// the keys that it holds. Neighbouring ids come one after the other, often from a few places
+    /// in turn.
     struct Recent
     {
         Key page = 0;
-        Node * leaf = nullptr;
+        void ** slots = nullptr;
+
+        bool holds(Key wanted) const { return page == wanted && slots != nullptr; }
+        Head * leaf() const { return reinterpret_cast<Head *>(slots) - 1; }
     };
 
+    static constexpr Key SlotMask = 0xFF;
+
+    /// Numbers in the order of the ids.
+    static Key keyOf(int id) { return static_cast<Key>(id) ^ 0x80000000U; }
     static Key pageOf(Key key) { return key >> 8; }
     Recent & recentOf(Key page) const { return m_Recent[page % m_Recent.size()]; }
-    Node * recentLeaf(Key page) const
-    {
-        Recent const & recent = recentOf(page);
-        return recent.page == page ? recent.leaf : nullptr;
-    }
+    Node * recentLeaf(Key page) const;
     void noteRecent(Node * leaf) const;
+    void * findFromRoot(Key key) const noexcept;
 
     static Node * makeNode(unsigned form, unsigned level, Key key);
     static void freeNode(Node * node) noexcept;
