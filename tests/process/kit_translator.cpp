@@ -4,6 +4,7 @@
 //   succeed.*          make three points, with all kinds of messages on the way
 //   geometry.*         make no points but carriers, as kit_geometry.h says
 //   *facets.*          make meshes, as kit_facets.h says
+//   product.* and others, as kit_product.h says
 //   controls.*         log words with control characters
 //   letters.*          log words with bytes that are none, be they text or not
 //   fail-<status>.*    throw a Failure with that status, after one point and a warning
@@ -17,6 +18,7 @@
 //   flood.*            tell its progress a hundred thousand times
 #include "process/kit_facets.h"
 #include "process/kit_geometry.h"
+#include "process/kit_product.h"
 
 #include <keld-transl/model/point3d.h>
 #include <keld-translator-kit/translator.h>
@@ -110,6 +112,8 @@ void readFile(std::string const & path, Run & run)
         return tests::makeCountedGeometry();
     if (name.find("facets") != std::string::npos)
         return tests::makeFacets(name);
+    if (tests::makeProduct(name))
+        return;
     for (int i = 1; i <= 3; ++i)
         transl_tk::Point3D::create(0, i, 0, 0);
     doAsNamed(path, run);

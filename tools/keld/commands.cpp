@@ -1,11 +1,15 @@
 #include "commands.h"
 
+#include "json_output.h"
+#include "model_json.h"
 #include "model_summary.h"
 #include "run_report.h"
+#include "run_summary.h"
 
 #include <keld-transl/model/point3d.h>
 #include <keld-transl/model/pool.h>
 #include <keld-transl/reporting/logger_policy.h>
+#include <keld-translator-kit/translator.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -15,6 +19,7 @@
 namespace keld {
 
 using transl_tk::Pool;
+using transl_tk::SubPool;
 
 namespace {
 
@@ -65,41 +70,51 @@ bool findTranslator(FileArgument const & file, TranslatorChoice & choice)
     return false;
 }
 
-/// Says how a run ended, and turns it into an exit code.
-template <class Driver> ExitCode conclude(ExchangeRun<Driver> const & run, std::string const & file)
+/// How a run ended.
+template <class Driver> RunOutcome outcomeOf(ExchangeRun<Driver> const & run)
 {
     unsigned int const status = run.serverExitStatus();
-    std::string const words =
-        run.serverExitStatusMsg() + " (exit status " + std::to_string(status) + ")";
+    RunOutcome outcome = {Success, status, run.serverExitStatusMsg(), {}};
     if (status == transl_tk::ExitNoOptionsFile) {
-        complain(file, words);
-        complain(file, "the options of the run could not be written to a temporary directory.");
-        return ExchangeFailed;
+        outcome.code = ExchangeFailed;
+        outcome.explanation =
+            "the options of the run could not be written to a temporary directory.";
+    } else if (!run.exchangeFailure().empty()) {
+        outcome.code = ExchangeFailed;
+        outcome.explanation = run.exchangeFailure();
+    } else if (!run.answered() && status == transl_tk::ExitCompleted) {
+        outcome.code = NoAnswer;
+        outcome.words.clear(); // nobody has said that it completed
+        outcome.explanation = "the translator ended without an answer; nothing came of the run.";
+    } else if (status != transl_tk::ExitCompleted) {
+        outcome.code = status == transl_tk::ExitCancelled ? RunCancelled : RunFailed;
     }
-    if (!run.exchangeFailure().empty()) {
-        complain(file, words);
-        complain(file, run.exchangeFailure());
-        return ExchangeFailed;
-    }
-    if (!run.answered() && status == transl_tk::ExitCompleted) {
-        complain(file, "the translator ended without an answer; nothing came of the run.");
-        return NoAnswer;
-    }
-    if (status == transl_tk::ExitCompleted) {
-        std::printf("%s: %s\n", file.c_str(), words.c_str());
-        return Success;
-    }
-    complain(file, words);
-    return status == transl_tk::ExitCancelled ? RunCancelled : RunFailed;
+    return outcome;
 }
 
-/// One import; the model stays in the pool.
-ExitCode import(CommonArguments const & arguments, RunReport const & report,
-                FileArgument const & file, long long pointLimit)
+/// Says how a run ended; success on standard output.
+void printOutcome(RunOutcome const & outcome, std::string const & file)
+{
+    std::string const words =
+        outcome.words + " (exit status " + std::to_string(outcome.exitStatus) + ")";
+    if (outcome.code == Success)
+        std::printf("%s: %s\n", file.c_str(), words.c_str());
+    else if (!outcome.words.empty())
+        complain(file, words);
+    if (!outcome.explanation.empty())
+        complain(file, outcome.explanation);
+}
+
+/// One import and how it ended, in words. The model stays in the pool. False when there is no
+/// translator for it.
+bool import(CommonArguments const & arguments, RunReport const & report, FileArgument const & file,
+            bool silentSuccess, RunOutcome & outcome)
 {
     TranslatorChoice translator;
-    if (!findTranslator(file, translator))
-        return TranslatorMissing;
+    if (!findTranslator(file, translator)) {
+        outcome.code = TranslatorMissing;
+        return false;
+    }
 
     std::string const reportDirectory = report.directoryFor("import");
     DumpWatch const dumps(reportDirectory);
@@ -111,12 +126,39 @@ ExitCode import(CommonArguments const & arguments, RunReport const & report,
     dumps.print();
 
     printLog(run.model());
-    ExitCode const code = conclude(run, file.path);
-    if (code == Success) {
-        printSummary(run.model());
-        printPoints(run.model(), pointLimit);
+    outcome = outcomeOf(run);
+    if (outcome.code != Success || !silentSuccess)
+        printOutcome(outcome, file.path);
+    return true;
+}
+
+void printModel(SubPool const & model, ImportOutput const & output)
+{
+    printSummary(model);
+    printProductTree(output.tree);
+    printPoints(model, output.points);
+}
+
+void printModelAsJson(std::string const & file, RunOutcome const & outcome, SubPool & model)
+{
+    JsonOutput json(
+        [](std::string_view text) { std::fwrite(text.data(), 1, text.size(), stdout); });
+    writeModelJson(file, outcome, model, json);
+}
+
+/// Writes the report of a run and says where it is; says why not when it cannot.
+bool keepReport(std::string const & directory, ReportFormat format, std::string const & file,
+                RunOutcome const & outcome)
+{
+    try {
+        std::string const path = writeReportFile(directory, format, summariseRun(file, outcome));
+        char const * const what = format == ReportFormat::Html ? "page" : "data";
+        std::fprintf(stderr, "Report %s: %s\n", what, path.c_str());
+        return true;
+    } catch (translator_kit::Failure const & failure) {
+        std::fprintf(stderr, "keld: %s\n", failure.what());
+        return false;
     }
-    return code;
 }
 
 /// One export of what `fillModel` puts into the current sub-pool.
@@ -138,7 +180,9 @@ ExitCode exportModel(CommonArguments const & arguments, RunReport const & report
         display->show(100);
     display.reset();
     dumps.print();
-    return conclude(run, file.path);
+    RunOutcome const outcome = outcomeOf(run);
+    printOutcome(outcome, file.path);
+    return outcome.code;
 }
 
 /// Points on a cubic lattice of edge length 1, layer by layer.
@@ -158,13 +202,25 @@ void makeLattice(int count)
 } // namespace
 
 ExitCode importFile(CommonArguments const & arguments, FileArgument const & file,
-                    long long pointLimit)
+                    ImportOutput const & output)
 {
     if (!isUsableName(file.path))
         return WrongUsage;
     PoolGuard const pool;
-    RunReport const report(arguments.reportDirectory);
-    return import(arguments, report, file, pointLimit);
+    RunReport const report(arguments.reportDirectory,
+                           output.json ? RunReport::Console::Silent : RunReport::Console::Messages);
+    RunOutcome outcome;
+    if (!import(arguments, report, file, output.json, outcome))
+        return outcome.code;
+
+    SubPool & model = *Pool::getInstance()->currentSubPool();
+    if (output.json)
+        printModelAsJson(file.path, outcome, model);
+    else if (outcome.code == Success)
+        printModel(model, output);
+    bool const kept = report.directory().empty() ||
+                      keepReport(report.directory(), output.reportFormat, file.path, outcome);
+    return kept || outcome.code != Success ? outcome.code : OutputFailed;
 }
 
 ExitCode exportPoints(CommonArguments const & arguments, FileArgument const & file,
@@ -195,9 +251,10 @@ ExitCode convert(CommonArguments const & arguments, FileArgument const & source,
 
     PoolGuard const pool;
     RunReport const report(arguments.reportDirectory);
-    ExitCode const imported = import(arguments, report, source, 0);
-    if (imported != Success)
-        return imported;
+    RunOutcome imported;
+    if (!import(arguments, report, source, false, imported) || imported.code != Success)
+        return imported.code;
+    printSummary(*Pool::getInstance()->currentSubPool());
     return exportModel(arguments, report, target, [&] {
         Pool::getInstance()->setCurrent(source.path);
         Pool::getInstance()->logger()->clear();

@@ -3,6 +3,8 @@
 
 #include "exchange_run.h"
 #include "exit_code.h"
+#include "product_tree.h"
+#include "report_file.h"
 
 #include <array>
 #include <string>
@@ -25,9 +27,18 @@ struct FileArgument
     std::string translator;
 };
 
-/// Imports `file`, prints what arrived and the first `pointLimit` points.
+/// What an import prints and keeps.
+struct ImportOutput
+{
+    long long points = 0; ///< the first so many are printed
+    TreeSettings tree;
+    bool json = false; ///< the whole model as JSON instead of all that is printed otherwise
+    ReportFormat reportFormat = ReportFormat::Html;
+};
+
+/// Imports `file`, prints what arrived and, with a report directory, writes the report of the run.
 ExitCode importFile(CommonArguments const & arguments, FileArgument const & file,
-                    long long pointLimit);
+                    ImportOutput const & output);
 
 /// Exports `points` and then `generated` further points to `file`.
 ExitCode exportPoints(CommonArguments const & arguments, FileArgument const & file,

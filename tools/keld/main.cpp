@@ -7,6 +7,7 @@
 #include <exception>
 #include <filesystem>
 #include <limits>
+#include <map>
 
 namespace {
 
@@ -28,9 +29,10 @@ void addCommonArguments(CLI::App & command, keld::CommonArguments & arguments)
 {
     command.add_flag("-q,--quiet", arguments.quiet, "Show no progress");
     command
-        .add_option("--report", arguments.reportDirectory,
-                    "Keep the report file in DIR, and the translator's reports and crash dumps "
-                    "in folders below it")
+        .add_option(
+            "--report", arguments.reportDirectory,
+            "Keep reports in DIR: the page of an import, the toolkit's report file, and the "
+            "translator's reports and crash dumps in folders below")
         ->type_name("DIR");
     command
         .add_option_function<std::vector<std::string>>(
@@ -58,6 +60,27 @@ void addFileArgument(CLI::App & command, std::string const & name, std::string c
         ->type_name("NAME");
 }
 
+void addImportArguments(CLI::App & command, keld::FileArgument & file, keld::ImportOutput & output)
+{
+    addFileArgument(command, "FILE", "--translator", file, "The file to import");
+    command.add_option("--tree", output.tree.lines, "Print the first N nodes of the product tree")
+        ->type_name("N")
+        ->capture_default_str();
+    command.add_flag_callback(
+        "--whole-tree", [&output] { output.tree.lines = keld::TreeSettings::All; },
+        "Print the whole product tree");
+    command.add_flag("--transforms", output.tree.transforms,
+                     "Print the transform of each node of the product tree");
+    std::map<std::string, keld::ReportFormat> const formats = {{"html", keld::ReportFormat::Html},
+                                                               {"json", keld::ReportFormat::Json}};
+    command
+        .add_option("--report-format", output.reportFormat,
+                    "What --report keeps: a page, DIR/report.html, or the same as JSON, "
+                    "DIR/report.json")
+        ->type_name("html|json")
+        ->transform(CLI::CheckedTransformer(formats).description(""));
+}
+
 int runCommandLine(int argc, char ** argv)
 {
     CLI::App app(Description, "keld");
@@ -68,56 +91,64 @@ int runCommandLine(int argc, char ** argv)
     keld::CommonArguments arguments;
     keld::FileArgument source;
     keld::FileArgument target;
-    long long pointLimit = 0;
-    bool listPoints = false;
+    keld::ImportOutput output;
     std::vector<std::array<double, 3>> points;
     int generated = 0;
 
     CLI::App * const import = app.add_subcommand("import", "Import a file and print what it holds");
-    addFileArgument(*import, "FILE", "--translator", source, "The file to import");
+    addImportArguments(*import, source, output);
     import
-        ->add_option("--points", pointLimit, "Print the first N points, in the order of their ids")
+        ->add_option("--points", output.points,
+                     "Print the first N points, in the order of their ids")
         ->type_name("N")
         ->check(CLI::NonNegativeNumber);
-    import->add_flag("--list-points", listPoints, "Print all points");
-    addCommonArguments(*import, arguments);
+    import->add_flag_callback(
+        "--list-points", [&output] { output.points = std::numeric_limits<long long>::max();
+},
+        "Print all points");
+addCommonArguments(*import, arguments);
 
-    CLI::App * const exporting = app.add_subcommand(
-        "export", "Export points: those given by --point, then those that --points generates");
-    addFileArgument(*exporting, "FILE", "--translator", target, "The file to write");
-    exporting->add_option("--point", points, "A point; may be given any number of times")
-        ->type_name("X Y Z");
-    exporting->add_option("--points", generated, "Generate N points on a lattice in the unit cube")
-        ->type_name("N")
-        ->check(CLI::NonNegativeNumber);
-    addCommonArguments(*exporting, arguments);
+CLI::App * const info =
+    app.add_subcommand("info", "Import a file and print what it holds, for programs too");
+addImportArguments(*info, source, output);
+info->add_flag("--json", output.json, "Print all of the model but its geometry as JSON");
+addCommonArguments(*info, arguments);
 
-    CLI::App * const converting =
-        app.add_subcommand("convert", "Import a file and export its model to another one");
-    addFileArgument(*converting, "IN", "--from", source, "The file to import");
-    addFileArgument(*converting, "OUT", "--to", target, "The file to write");
-    addCommonArguments(*converting, arguments);
+CLI::App * const exporting = app.add_subcommand(
+    "export", "Export points: those given by --point, then those that --points generates");
+addFileArgument(*exporting, "FILE", "--translator", target, "The file to write");
+exporting->add_option("--point", points, "A point; may be given any number of times")
+    ->type_name("X Y Z");
+exporting->add_option("--points", generated, "Generate N points on a lattice in the unit cube")
+    ->type_name("N")
+    ->check(CLI::NonNegativeNumber);
+addCommonArguments(*exporting, arguments);
 
-    CLI::App * const translators = app.add_subcommand(
-        "translators", "List the translators, where they are and whether they can be used");
+CLI::App * const converting =
+    app.add_subcommand("convert", "Import a file and export its model to another one");
+addFileArgument(*converting, "IN", "--from", source, "The file to import");
+addFileArgument(*converting, "OUT", "--to", target, "The file to write");
+addCommonArguments(*converting, arguments);
 
-    try {
-        app.parse(argc, argv);
-    } catch (CLI::ParseError const & error) {
-        return app.exit(error) == 0 ? keld::Success : keld::WrongUsage;
-    }
+CLI::App * const translators = app.add_subcommand(
+    "translators", "List the translators, where they are and whether they can be used");
 
-    keld::chooseInstallation();
-    keld::cleanUpOnInterrupt();
-    if (*translators)
-        return keld::listTranslators();
-    if (*import)
-        return keld::importFile(arguments, source,
-                                listPoints ? std::numeric_limits<long long>::max() : pointLimit);
-    if (*exporting)
-        return keld::exportPoints(arguments, target, points, generated);
-    return keld::convert(arguments, source, target);
+try {
+    app.parse(argc, argv);
+} catch (CLI::ParseError const & error) {
+    return app.exit(error) == 0 ? keld::Success : keld::WrongUsage;
 }
+
+keld::chooseInstallation();
+keld::cleanUpOnInterrupt();
+if (*translators)
+    return keld::listTranslators();
+if (*import || *info)
+    return keld::importFile(arguments, source, output);
+if (*exporting)
+    return keld::exportPoints(arguments, target, points, generated);
+return keld::convert(arguments, source, target);
+} // namespace
 
 } // namespace
 

@@ -1,6 +1,8 @@
 #include "model_summary.h"
 
 #include "facet_summary.h"
+#include "numbers.h"
+#include "safe_text.h"
 
 #include <keld-transl/model/point3d.h>
 #include <keld-transl/reporting/logger.h>
@@ -8,12 +10,10 @@
 #include <keld-transl/topology/surface.h>
 
 #include <algorithm>
-#include <charconv>
 #include <cstdio>
 #include <limits>
 #include <map>
 #include <string>
-#include <string_view>
 
 namespace keld {
 
@@ -91,27 +91,29 @@ int typeOfSurface(transl_tk::Base * entity)
 }
 
 template <std::size_t Count>
-void printShapeKinds(EntityStore const & carriers, ShapeKind const (&kinds)[Count],
-                     int (*typeOf)(transl_tk::Base *))
+std::vector<ShapeCount> shapeKinds(EntityStore const & carriers, ShapeKind const (&kinds)[Count],
+                                   int (*typeOf)(transl_tk::Base *))
 {
     std::map<int, std::size_t> counts;
     carriers.m_Entities.forEach([&](int, transl_tk::Base * carrier) { ++counts[typeOf(carrier)]; });
+    std::vector<ShapeCount> result;
     for (ShapeKind const & kind : kinds) {
         std::size_t const count = counts[kind.type];
         if (count > 0)
-            std::printf("    %-30s%zu\n", kind.name, count);
+            result.emplace_back(kind.name, count);
     }
+    return result;
 }
 
-std::string text(double number)
+void printShapeKinds(std::vector<ShapeCount> const & kinds)
 {
-    char digits[32];
-    return {digits, std::to_chars(digits, digits + sizeof(digits), number).ptr};
+    for (auto const & [name, count] : kinds)
+        std::printf("    %-30s%zu\n", name, count);
 }
 
 std::string text(double const (&position)[3])
 {
-    return text(position[0]) + " " + text(position[1]) + " " + text(position[2]);
+    return numberText(position[0]) + " " + numberText(position[1]) + " " + numberText(position[2]);
 }
 
 void getPosition(transl_tk::Base * entity, double (&position)[3])
@@ -128,39 +130,34 @@ void printLine(char const * name, std::string const & value)
 /// A list of a log that does not echo to the console.
 constexpr int SilentList = 6;
 
-/// How many bytes at `position` are one character that makes a terminal act instead of showing
-/// something: 1, 2 for the controls from U+0080 on, or 0.
-std::size_t controlLength(std::string_view words, std::size_t position)
-{
-    auto const byte = [&](std::size_t index) {
-        return index < words.size() ? static_cast<unsigned char>(words[index]) : 0U;
-    };
-    unsigned int const first = byte(position);
-    if (first < 0x20 || first == 0x7F)
-        return 1;
-    unsigned int const second = byte(position + 1);
-    return first == 0xC2 && second >= 0x80 && second < 0xA0 ? 2 : 0;
-}
-
-/// The words of a log entry with each byte of a control character as \xNN. Bytes that are no UTF-8
-/// stay.
-std::string withoutControls(std::string_view words)
-{
-    constexpr char Digits[] = "0123456789abcdef";
-    std::string result;
-    for (std::size_t i = 0; i < words.size();) {
-        std::size_t const length = controlLength(words, i);
-        if (length == 0)
-            result += words[i++];
-        for (std::size_t const end = i + length; i < end; ++i) {
-            auto const byte = static_cast<unsigned char>(words[i]);
-            result += {'\\', 'x', Digits[byte >> 4], Digits[byte & 0xF]};
-        }
-    }
-    return result;
-}
-
 } // namespace
+
+std::vector<ShapeCount> curveKinds(SubPool const & model)
+{
+    return shapeKinds(model.m_Curves3D, CurveKinds, typeOfCurve);
+}
+
+std::vector<ShapeCount> surfaceKinds(SubPool const & model)
+{
+    return shapeKinds(model.m_Surfaces, SurfaceKinds, typeOfSurface);
+}
+
+Box boxAroundPoints(SubPool const & model)
+{
+    constexpr double Infinity = std::numeric_limits<double>::infinity();
+    Box box = {model.m_Points.m_Entities.empty(),
+               {Infinity, Infinity, Infinity},
+               {-Infinity, -Infinity, -Infinity}};
+    model.m_Points.m_Entities.forEach([&](int, transl_tk::Base * entity) {
+        double position[3];
+        getPosition(entity, position);
+        for (int axis = 0; axis < 3; ++axis) {
+            box.low[axis] = std::min(box.low[axis], position[axis]);
+            box.high[axis] = std::max(box.high[axis], position[axis]);
+        }
+    });
+    return box;
+}
 
 void printSummary(SubPool const & model)
 {
@@ -170,31 +167,20 @@ void printSummary(SubPool const & model)
         if (count > 0)
             printLine(kind.name, std::to_string(count));
         if (kind.store == &SubPool::m_Curves3D)
-            printShapeKinds(model.m_Curves3D, CurveKinds, typeOfCurve);
+            printShapeKinds(curveKinds(model));
         if (kind.store == &SubPool::m_Surfaces)
-            printShapeKinds(model.m_Surfaces, SurfaceKinds, typeOfSurface);
+            printShapeKinds(surfaceKinds(model));
         if (kind.store == &SubPool::m_TriStrips)
             printFacets(model);
         empty = empty && count == 0;
     }
     if (empty)
         std::puts("  The model is empty.");
-    if (model.m_Points.m_Entities.empty())
+    Box const box = boxAroundPoints(model);
+    if (box.empty)
         return;
-
-    constexpr double Infinity = std::numeric_limits<double>::infinity();
-    double low[3] = {Infinity, Infinity, Infinity};
-    double high[3] = {-Infinity, -Infinity, -Infinity};
-    model.m_Points.m_Entities.forEach([&](int, transl_tk::Base * entity) {
-        double position[3];
-        getPosition(entity, position);
-        for (int axis = 0; axis < 3; ++axis) {
-            low[axis] = std::min(low[axis], position[axis]);
-            high[axis] = std::max(high[axis], position[axis]);
-        }
-    });
-    printLine("from", text(low));
-    printLine("to", text(high));
+    printLine("from", text(box.low));
+    printLine("to", text(box.high));
 }
 
 void printPoints(SubPool const & model, long long limit)
@@ -216,7 +202,7 @@ void printLog(SubPool & model)
             list,
             [](char const * words, cad::ILoggerPolicy::SubType const & subType, bool const & show,
                void * target) {
-                static_cast<transl_tk::Logger *>(target)->addEntry(withoutControls(words).c_str(),
+                static_cast<transl_tk::Logger *>(target)->addEntry(terminalText(words).c_str(),
                                                                    SilentList, subType, show);
                 return true;
             },

@@ -11,16 +11,18 @@ namespace keld {
 using transl_tk::Server;
 using transl_tk::StreamPolicy;
 
-RunReport::RunReport(std::string const & directory)
+RunReport::RunReport(std::string const & directory, Console console)
 {
+    bool const silent = console == Console::Silent;
     if (directory.empty()) {
-        Server::echo_start(StreamPolicy::StreamOnly, "");
+        if (!silent)
+            Server::echo_start(StreamPolicy::StreamOnly, "");
         return;
     }
     std::filesystem::create_directories(directory);
     m_Directory = std::filesystem::canonical(directory).string() + "/";
     setenv("TRANSL_REPORT_FILE", "1", 1);
-    Server::echo_start(StreamPolicy::StreamAndFile, m_Directory);
+    Server::echo_start(silent ? StreamPolicy::FileOnly : StreamPolicy::StreamAndFile, m_Directory);
 }
 
 RunReport::~RunReport()

@@ -6,14 +6,16 @@
 
 namespace keld {
 
-/// The toolkit's reports of this process: messages go to the console and, with a directory, tracing
-/// lines to a report file.
+/// The toolkit's reports of this process: messages go to the console, unless that is silent, and,
+/// with a directory, tracing lines to a report file.
 class RunReport
 {
 public:
+    enum class Console { Messages, Silent };
+
     /// Makes `directory` when there is none; an empty one keeps no report file. Throws
     /// std::filesystem::filesystem_error.
-    explicit RunReport(std::string const & directory);
+    explicit RunReport(std::string const & directory, Console console = Console::Messages);
     RunReport(RunReport const &) = delete;
     RunReport & operator=(RunReport const &) = delete;
 
@@ -23,6 +25,9 @@ public:
     /// A directory below, made anew when it is not there, for what the translator of run `name` has
     /// to tell; its report would have the same name as the host's. Empty without a directory.
     std::string directoryFor(std::string const & name) const;
+
+    /// The directory, with a separator at its end; empty without one.
+    std::string const & directory() const { return m_Directory; }
 
 private:
     std::string m_Directory; ///< with a separator at its end
