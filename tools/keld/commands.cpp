@@ -193,7 +193,8 @@ bool keepMetadata(MetadataStore & store, FileArgument const & file, std::string 
                   double patience)
 {
     try {
-        store.storeNEUTRAL(std::filesystem::weakly_canonical(file.path), 0);
+        auto const path = std::filesystem::weakly_canonical(std::filesystem::absolute(file.path));
+        store.storeNEUTRAL(path, 0);
         store.storeVORN(chooseTranslator(file.translator, file.path).name, 0);
         store.connect(database, milliseconds(patience), 0, 0, CatalogueForWriting);
         store.storeData();

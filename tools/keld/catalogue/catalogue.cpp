@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <fcntl.h>
 #include <filesystem>
 #include <set>
 #include <system_error>
@@ -70,11 +71,19 @@ constexpr Sql AllStatements[] = {DeleteFile,  InsertFile,     InsertCounter,    
     throw DatabaseError(sentence, NoSqliteCode);
 }
 
-/// A file that is there until the end of the object.
+/// An empty file that is there until the end of the object.
 class TemporaryFile
 {
 public:
-    explicit TemporaryFile(std::string path) : m_Path(std::move(path)) {}
+    explicit TemporaryFile(std::string path) : m_Path(std::move(path))
+    {
+        constexpr mode_t Mode = 0666; // less the umask
+        ::unlink(m_Path.c_str());     // of a process of the same number that was killed
+        int const file = ::open(m_Path.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, Mode);
+        if (file < 0)
+            fail("the database cannot be made: " + std::generic_category().message(errno) + ".");
+        ::close(file);
+    }
     TemporaryFile(TemporaryFile const &) = delete;
     TemporaryFile & operator=(TemporaryFile const &) = delete;
     ~TemporaryFile() { ::unlink(m_Path.c_str()); }
@@ -90,8 +99,7 @@ private:
 void make(std::string const & path, std::chrono::milliseconds patience)
 {
     TemporaryFile const file(path + "." + std::to_string(::getpid()) + ".part");
-    ::unlink(file.path().c_str()); // of a process of the same number that was killed
-    Database(file.path(), Database::Access::Create, patience).run(Schema);
+    Database(file.path(), patience).run(Schema);
     if (::link(file.path().c_str(), path.c_str()) != 0 && errno != EEXIST)
         fail("the database cannot be made: " + std::generic_category().message(errno) + ".");
 }
@@ -147,7 +155,7 @@ std::set<long long> filesWith(Database & database, Condition const & condition)
 
 Catalogue::Catalogue(std::string const & path, Access access, std::chrono::milliseconds patience)
     // Readers, too, have to undo what a writer that was killed has left behind.
-    : m_Database(prepared(path, access, patience), Database::Access::ReadWrite, patience)
+    : m_Database(prepared(path, access, patience), patience)
 {
     checkSchema();
     if (access == Access::Write && m_Database.isReadOnly())

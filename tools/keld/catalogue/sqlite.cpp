@@ -7,11 +7,6 @@ namespace keld {
 
 namespace {
 
-int flagsOf(Database::Access access)
-{
-    return SQLITE_OPEN_READWRITE | (access == Database::Access::Create ? SQLITE_OPEN_CREATE : 0);
-}
-
 std::string secondsText(std::chrono::milliseconds time)
 {
     std::string text = std::to_string(time.count() / 1000);
@@ -29,10 +24,10 @@ std::string systemWords(sqlite3 * handle)
 
 } // namespace
 
-Database::Database(std::string const & path, Access access, std::chrono::milliseconds patience)
+Database::Database(std::string const & path, std::chrono::milliseconds patience)
     : m_Patience(patience)
 {
-    int const code = sqlite3_open_v2(path.c_str(), &m_Handle, flagsOf(access), nullptr);
+    int const code = sqlite3_open_v2(path.c_str(), &m_Handle, SQLITE_OPEN_READWRITE, nullptr);
     try {
         if (m_Handle == nullptr)
             throw std::bad_alloc();

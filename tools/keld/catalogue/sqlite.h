@@ -43,12 +43,9 @@ private:
 class Database
 {
 public:
-    enum class Access { ReadWrite, Create };
-
-    /// Opens a file for reading alone where it cannot be opened for both. Waits at most `patience`
-    /// wherever another process holds the file. Throws DatabaseError, here
-    /// and below.
-    Database(std::string const & path, Access access, std::chrono::milliseconds patience);
+    /// Opens a file that is there, for reading alone where it cannot be opened for both. Waits at
+    /// most `patience` wherever another process holds it. Throws DatabaseError, here and below.
+    Database(std::string const & path, std::chrono::milliseconds patience);
     Database(Database const &) = delete;
     Database & operator=(Database const &) = delete;
     ~Database();
