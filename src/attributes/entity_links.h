@@ -1,9 +1,9 @@
 #ifndef KELD_TRANSL_ATTRIBUTES_ENTITY_LINKS_H
 #define KELD_TRANSL_ATTRIBUTES_ENTITY_LINKS_H
 
-#include "attributes/small_list.h"
 #include "model/entity.h"
 #include "model/entity_kinds.h"
+#include "model/small_list.h"
 
 namespace transl_tk {
 

@@ -1,7 +1,7 @@
 #ifndef KELD_TRANSL_ATTRIBUTES_HELD_VALUES_H
 #define KELD_TRANSL_ATTRIBUTES_HELD_VALUES_H
 
-#include "attributes/small_list.h"
+#include "model/small_list.h"
 
 #include <keld-transl/attributes/value.h>
 

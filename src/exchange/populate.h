@@ -13,6 +13,10 @@ enum class Access { Write, Read };
 /// bytes that are; the kernel may still have left pages to the accesses.
 std::size_t populate(char const * at, std::size_t size, std::size_t left, Access access);
 
+/// Lets the system supply the memory at `at`, which is about to be filled for the first time, in
+/// large pages where it can. Does nothing for little memory.
+void expectFilling(void * at, std::size_t size);
+
 } // namespace transl_tk
 
 #endif

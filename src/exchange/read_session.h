@@ -52,7 +52,9 @@ public:
         if (entity == nullptr)
             return;
         int const id = entity->getId();
-        if (!m_Made.empty() && m_Made.back().store == store && m_Made.back().last + 1LL == id)
+        // Assemblies, parts and instances share a store, and are freed in ways of their own.
+        if (!m_Made.empty() && m_Made.back().store == store && m_Made.back().destruct == destruct &&
+            m_Made.back().last + 1LL == id)
             m_Made.back().last = id;
         else
             m_Made.push_back({store, destruct, id, id});
@@ -63,7 +65,7 @@ public:
     /// before owns it. All entities of its kind have been made.
     char const * own(EntityKind kind, EntityStore SubPool::*store, int id)
     {
-        Ownership & entities = m_Ownership[kind];
+        Ownership & entities = m_Ownership[static_cast<std::size_t>(kind)];
         if (!entities.prepared)
             prepare(entities, store);
         if (!entities.allMade && !isMade(entities, id))

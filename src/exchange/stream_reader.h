@@ -1,6 +1,8 @@
 #ifndef KELD_TRANSL_EXCHANGE_STREAM_READER_H
 #define KELD_TRANSL_EXCHANGE_STREAM_READER_H
 
+#include "exchange/populate.h"
+
 #include <keld-transl/exchange/shared_mem.h>
 
 #include <array>
@@ -64,6 +66,7 @@ public:
         constexpr std::size_t Size = sizeof(*elements.data());
         require(count, Size);
         elements = List(static_cast<typename List::size_type>(count));
+        expectFilling(elements.data(), count * Size);
         bytes(elements.data(), count * Size);
     }
     template <class List> void counted(List & elements)

@@ -76,12 +76,9 @@ private:
         if (!stands(subPool))
             return false;
         UserSet * const users = usersOf(subPool.*Store, m_Id);
-        if (users == nullptr)
-            return true;
-        if (users->generation() != m_Generation)
+        if (users != nullptr && users->generation() != m_Generation)
             return false;
-        users->erase(user);
-        return users->empty();
+        return leavesNobody(users, user);
     }
 
     Carrier * m_Carrier = nullptr;

@@ -30,6 +30,26 @@ public:
     /// Whether an entity stands under `id` in a store of any sub-pool. The current one is asked
     /// first; the pointer is not followed.
     static bool holds(EntityStore SubPool::*store, int id, Base const * entity) noexcept;
+
+    /// While one of these lives, all entities of the sub-pool go: its tables need not fit their
+    /// size to what is left.
+    class Clearing
+    {
+    public:
+        explicit Clearing(SubPool const * subPool) noexcept
+            : m_Before(std::exchange(m_Cleared, subPool))
+        {}
+        Clearing(Clearing const &) = delete;
+        Clearing & operator=(Clearing const &) = delete;
+        ~Clearing() { m_Cleared = m_Before; }
+
+        static bool concerns(SubPool const & subPool) noexcept { return &subPool == m_Cleared; }
+
+    private:
+        inline static SubPool const * m_Cleared = nullptr;
+
+        SubPool const * m_Before;
+    };
 };
 
 /// The library's way into the tables of entities.
@@ -80,7 +100,9 @@ inline void leaveStore(EntityStore SubPool::*store, Base const * entity) noexcep
     SubPool * const subPool = CurrentSubPool::get();
     if (subPool == nullptr)
         return;
-    if (TableAccess::tree((subPool->*store).m_Entities).erase(id) != entity)
+    IdTree & tree = TableAccess::tree((subPool->*store).m_Entities);
+    if ((CurrentSubPool::Clearing::concerns(*subPool) ? tree.eraseNext(id) : tree.erase(id)) !=
+        entity)
         CurrentSubPool::leaveOthers(store, id, entity);
 }
 

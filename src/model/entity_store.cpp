@@ -91,7 +91,11 @@ bool removeUser(EntityStore & store, Base const * carrier, Base const * user)
 {
     if (carrier == nullptr)
         return false;
-    UserSet * const users = usersOf(store, carrier->getId());
+    return leavesNobody(usersOf(store, carrier->getId()), user);
+}
+
+bool leavesNobody(UserSet * users, Base const * user)
+{
     if (users == nullptr)
         return true;
     users->erase(user);

@@ -271,23 +271,29 @@ IdTree::Node * IdTree::newNode(unsigned form, unsigned level, Key key)
     return node;
 }
 
+void IdTree::noteRecent(Node * leaf) const
+{
+    Key const page = pageOf(leaf->prefix);
+    recentOf(page) = {page, leaf};
+}
+
 void IdTree::dropNode(Node * node) noexcept
 {
     m_Memory -= Node::bytes(node->form);
-    if (m_Recent == node)
-        m_Recent = nullptr;
+    if (Recent & recent = recentOf(pageOf(node->prefix)); recent.leaf == node)
+        recent.leaf = nullptr;
     freeNode(node);
 }
 
 IdTree::Node * IdTree::newLeaf(Key key, void * value)
 {
     // Where ids come one after the other, the next node fills up like the one before it.
-    bool const isNextOfFull = m_Recent != nullptr && m_Recent->count == 256 &&
-                              prefixOf(key, BottomLevel) == m_Recent->prefix + 256;
+    Node const * const before = recentLeaf(pageOf(key) - 1);
+    bool const isNextOfFull = before != nullptr && before->count == 256;
     Node * const leaf = newNode(isNextOfFull ? FullForm : 0, BottomLevel, key);
     leaf->add(byteOf(key, BottomLevel), value);
     if (isNextOfFull)
-        m_Recent = leaf;
+        noteRecent(leaf);
     return leaf;
 }
 
@@ -330,8 +336,8 @@ void IdTree::shrink(Node ** place) noexcept
 void * IdTree::find(int id) const noexcept
 {
     Key const key = keyOf(id);
-    if (m_Recent != nullptr && m_Recent->covers(key))
-        return m_Recent->children()[byteOf(key, BottomLevel)];
+    if (Node const * const recent = recentLeaf(pageOf(key)))
+        return recent->children()[byteOf(key, BottomLevel)];
     Node * node = m_Root;
     while (node != nullptr && node->covers(key)) {
         void ** const slot = node->child(byteOf(key, node->level));
@@ -339,7 +345,7 @@ void * IdTree::find(int id) const noexcept
             return nullptr;
         if (node->level == BottomLevel) {
             if (node->form == FullForm)
-                m_Recent = node;
+                noteRecent(node);
             return *slot;
         }
         node = static_cast<Node *>(*slot);
@@ -350,9 +356,9 @@ void * IdTree::find(int id) const noexcept
 void ** IdTree::insert(int id, void * value)
 {
     Key const key = keyOf(id);
-    void ** const slot = m_Recent != nullptr && m_Recent->covers(key)
-                             ? m_Recent->add(byteOf(key, BottomLevel), value)
-                             : insertBelow(&m_Root, key, value);
+    Node * const recent = recentLeaf(pageOf(key));
+    void ** const slot = recent != nullptr ? recent->add(byteOf(key, BottomLevel), value)
+                                           : insertBelow(&m_Root, key, value);
     if (slot != nullptr) {
         if (m_Size == 0 || id > m_Largest)
             m_Largest = id;
@@ -378,7 +384,7 @@ void ** IdTree::insertBelow(Node ** place, Key key, void * value)
                 return nullptr;
             void ** const added = addChild(place, byte, value);
             if ((*place)->form == FullForm)
-                m_Recent = *place;
+                noteRecent(*place);
             return added;
         }
         if (slot == nullptr) {
@@ -415,16 +421,18 @@ void ** IdTree::fork(Node ** place, Key key, void * value)
     return onlySlot(leaf, key);
 }
 
-void * IdTree::erase(int id) noexcept
+void * IdTree::remove(int id, bool shrinks) noexcept
 {
     Key const key = keyOf(id);
     unsigned const last = byteOf(key, BottomLevel);
     void * value = nullptr;
-    if (m_Recent != nullptr && m_Recent->covers(key) && m_Recent->count > ShrinkAt[FullForm] + 1) {
-        value = m_Recent->children()[last];
+    unsigned const leastAfter = shrinks ? ShrinkAt[FullForm] + 1 : 1;
+    Node * const recent = recentLeaf(pageOf(key));
+    if (recent != nullptr && recent->count > leastAfter) {
+        value = recent->children()[last];
         if (value == nullptr)
             return nullptr;
-        m_Recent->remove(last);
+        recent->remove(last);
     } else {
         Node ** parent = nullptr;
         Node ** place = &m_Root;
@@ -445,9 +453,10 @@ void * IdTree::erase(int id) noexcept
         Node * const leaf = *place;
         leaf->remove(last);
         if (leaf->count != 0) {
-            shrink(place);
+            if (shrinks)
+                shrink(place);
             if ((*place)->form == FullForm)
-                m_Recent = *place;
+                noteRecent(*place);
         } else {
             dropNode(leaf);
             if (parent == nullptr) {
@@ -475,8 +484,8 @@ std::pair<int, void *> IdTree::atOrAfter(int id) const noexcept
 {
     if (m_Root == nullptr)
         return {0, nullptr};
-    if (Key const key = keyOf(id); m_Recent != nullptr && m_Recent->covers(key)) {
-        auto const near = m_Recent->seek<true>(key);
+    if (Node const * const recent = recentLeaf(pageOf(keyOf(id)))) {
+        auto const near = recent->seek<true>(keyOf(id));
         if (near.second != nullptr)
             return {idOf(near.first), near.second};
     }

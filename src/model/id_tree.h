@@ -1,6 +1,7 @@
 #ifndef KELD_TRANSL_MODEL_ID_TREE_H
 #define KELD_TRANSL_MODEL_ID_TREE_H
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <utility>
@@ -35,7 +36,10 @@ public:
     void ** insert(int id, void * value);
 
     /// Removes the entry and returns its value, null when there was none.
-    void * erase(int id) noexcept;
+    void * erase(int id) noexcept { return remove(id, true); }
+
+    /// The same, for one of many that go in a row: nodes keep their size until they are empty.
+    void * eraseNext(int id) noexcept { return remove(id, false); }
 
     std::size_t size() const noexcept { return m_Size; }
 
@@ -66,6 +70,23 @@ private:
     struct Node;
     using Key = std::uint32_t;
 
+    /// A full bottom node that was used a short while ago, with the bytes above it of the keys that
+    /// it holds. Neighbouring ids come one after the other, often from a few places in turn.
+    struct Recent
+    {
+        Key page = 0;
+        Node * leaf = nullptr;
+    };
+
+    static Key pageOf(Key key) { return key >> 8; }
+    Recent & recentOf(Key page) const { return m_Recent[page % m_Recent.size()]; }
+    Node * recentLeaf(Key page) const
+    {
+        Recent const & recent = recentOf(page);
+        return recent.page == page ? recent.leaf : nullptr;
+    }
+    void noteRecent(Node * leaf) const;
+
     static Node * makeNode(unsigned form, unsigned level, Key key);
     static void freeNode(Node * node) noexcept;
     static Node * clone(Node const * node);
@@ -80,10 +101,10 @@ private:
     void ** addChild(Node ** place, unsigned byte, void * child);
     void resize(Node ** place, unsigned form);
     void shrink(Node ** place) noexcept;
+    void * remove(int id, bool shrinks) noexcept;
 
     Node * m_Root = nullptr;
-    /// The full bottom node that was used last: neighbouring ids come one after the other.
-    mutable Node * m_Recent = nullptr;
+    mutable std::array<Recent, 8> m_Recent;
     std::size_t m_Size = 0;
     std::size_t m_Memory = 0;
     int m_Largest = 0;

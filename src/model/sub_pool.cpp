@@ -109,6 +109,7 @@ unsigned int SubPool::GetAvailableId()
 
 void SubPool::clear()
 {
+    CurrentSubPool::Clearing const clearing(this);
     destroyHierarchies(m_Hierarchies);
     destroyAll<Body>(m_Bodies);
     destroyAll<Shell>(m_Shells);

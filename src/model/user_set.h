@@ -53,6 +53,9 @@ std::uint32_t addUser(EntityStore & store, Base const * carrier, Base * user);
 /// a user on its way out frees it; false for a null carrier.
 bool removeUser(EntityStore & store, Base const * carrier, Base const * user);
 
+/// The same for the set of the carrier's users, null when it never had one.
+bool leavesNobody(UserSet * users, Base const * user);
+
 /// The users of the carrier of this id, null when there never was one.
 UserSet * usersOf(EntityStore & store, int id) noexcept;
 

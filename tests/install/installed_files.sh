@@ -27,6 +27,8 @@ expected_other_files() {
 ./$KELD_LIBDIR/pkgconfig/keld-common.pc
 ./$KELD_LIBDIR/pkgconfig/keld-transl.pc
 ./bin/keld
+./bin/keld_gearbox.sh
+./bin/keld_gearbox_linux_x86_64
 ./bin/keld_stl.sh
 ./bin/keld_stl_linux_x86_64
 ./bin/keld_xyz.sh

@@ -15,7 +15,7 @@ TEST(KeldCommandLine, HelpShowsCommandsAndExitCodes)
     KeldProgram keld;
     Ended const ended = keld.run({"--help"});
     EXPECT_EQ(0, ended.code);
-    for (char const * words : {"import", "export", "convert", "translators",
+    for (char const * words : {"import", "info", "export", "convert", "translators",
                                "Exit codes:", "4  the translator ended without an answer"})
         EXPECT_THAT(ended.out, HasSubstr(words));
 }
@@ -36,6 +36,8 @@ TEST(KeldCommandLine, WrongOnesEndWithTwoAndASentence)
         {"transmogrify"},
         {"import", "a.xyz", "--no-such-option"},
         {"import", "a.xyz", "--points", "-1"},
+        {"import", "a.xyz", "--tree", "-1"},
+        {"info", "a.xyz", "--points", "1"},
         {"import", "a.xyz", "-o", "noequals"},
         {"import", "a.xyz", "-o", "=value"},
         {"export", "a.xyz", "--point", "1", "2"},

@@ -65,7 +65,7 @@ TEST_F(KeldInfo, AsJsonHasTheseKeysInThisOrder)
 TEST_F(KeldInfo, AsJsonCountsEveryKind)
 {
     info("product");
-    EXPECT_EQ("{'points': 1, 'curves': 0, 'uvCurves': 0, 'surfaces': 0, 'vertices': 0, 'edges': 0, "
+    EXPECT_EQ("{'points': 1, 'curves': 0, 'uvCurves': 0, 'surfaces': 0, 'vertices': 1, 'edges': 0, "
               "'fins': 0, 'loops': 0, 'faces': 0, 'shells': 0, 'bodies': 0, 'products': 6, "
               "'triStrips': 0, 'spotWelds': 0, 'cartesianCoords': 0, 'annotations': 1, "
               "'attributes': 2}",
@@ -184,6 +184,17 @@ TEST_F(KeldInfo, AsJsonIsAllThatStandsOnStandardOutput)
     EXPECT_EQ("}\n", ended.out.substr(ended.out.size() - 2));
     EXPECT_THAT(ended.out, Not(HasSubstr("exit status 8)")));
     EXPECT_THAT(tests::contentOf(m_Keld.files() / "r/report.html"), HasSubstr("succeed.kit"));
+}
+
+TEST_F(KeldInfo, AsJsonStandsAloneWhenTheToolkitHasSomethingToSay)
+{
+    m_Keld.installScripted("scripted", "options;read;frame 123;read;frame 120 i64 99;read;exit 0");
+    Ended const json = m_Keld.run({"info", "-q", "--json", "f.scripted"});
+    EXPECT_EQ(5, json.code);
+    EXPECT_THAT(json.err, HasSubstr("    Error : "));
+    EXPECT_EQ('{', json.out.front());
+    m_Path = m_Keld.file("info.json", json.out);
+    EXPECT_EQ("failed", says("d['status']['name']"));
 }
 
 TEST_F(KeldInfo, AsJsonShowsNoAssemblyThatIsNotInTheModel)

@@ -34,6 +34,7 @@ TEST_F(KeldProductTree, IsPrintedWithInstancesMarkedAndUnits)
 {
     EXPECT_EQ("product.kit: Completed! (exit status 8)\n"
               "  points              1\n"
+              "  vertices            1\n"
               "  product structure   6\n"
               "  annotations         1\n"
               "  from                1 2 3\n"

@@ -112,6 +112,7 @@ void makeTree()
     housing->setSecondLabel("second");
     housing->setPartLabel("label");
     housing->addPoint(transl_tk::Point3D::create(0, 1, 2, 3));
+    transl_tk::Vertex::create(0, 0.5);
     addParameterTree(housing);
     addAnnotation(housing);
     addAttributes(housing, top);
@@ -125,6 +126,7 @@ void makeMarkup()
     Assembly * const top = Assembly::create(0, script.c_str());
     top->addChild(Part::create(0, "control \x01\x1b[31m\x7f\xc2\x9b end"));
     top->addChild(Part::create(0, "broken \xff\xc0\xaf\xed\xa0\x80\xf5 utf-8"));
+    top->addChild(Part::create(0, "odd \xe0\x80\x80 \xf4\x90\x80\x80 \xef\xbf\xbf \xf0\x9f"));
     top->addChild(Part::create(0, "kept \xc3\xa4 \xe2\x82\xac \xf0\x9f\x94\xa7 name"));
     top->addChild(Part::create(0, "right \xe2\x80\xae left"));
     top->addChild(Part::create(0, "two\nlines"));
@@ -152,6 +154,18 @@ void makeLost()
     report("Nothing is known of this type.", HtmlLoggerEntry::Loop, 9);
     report("A note.", HtmlLoggerEntry::Model, 0);
     transl_tk::Point3D::create(0, 0, 0, 0);
+}
+
+void makeManyLost()
+{
+    for (int i = 1; i <= 8; ++i)
+        report("Body " + std::to_string(i) + " is gone.", HtmlLoggerEntry::Body, 2);
+}
+
+void makeManyKinds()
+{
+    for (int kind = 1001; kind <= 13000; ++kind)
+        report("of a kind of its own", kind, 2);
 }
 
 void makeLists()
@@ -213,6 +227,10 @@ bool makeProduct(std::string const & name)
         makeLong();
     else if (name == "lost")
         makeLost();
+    else if (name == "many-lost")
+        makeManyLost();
+    else if (name == "many-kinds")
+        makeManyKinds();
     else if (name == "log-error")
         Pool::getInstance()->logger()->addEntry("a face is gone", 1, cad::ILoggerPolicy::ErrorLine,
                                                 true);

@@ -3,8 +3,8 @@
 //
 //   succeed.*          make three points, with all kinds of messages on the way
 //   geometry.*         make no points but carriers, as kit_geometry.h says
-//   *facets.*          make meshes, as kit_facets.h says
 //   product.* and others, as kit_product.h says
+//   *facets.*          make meshes, as kit_facets.h says
 //   controls.*         log words with control characters
 //   letters.*          log words with bytes that are none, be they text or not
 //   fail-<status>.*    throw a Failure with that status, after one point and a warning
@@ -132,10 +132,10 @@ void readFile(std::string const & path, Run & run)
     std::string const name = std::filesystem::path(path).stem();
     if (name == "geometry")
         return tests::makeCountedGeometry();
-    if (name.find("facets") != std::string::npos)
-        return tests::makeFacets(name);
     if (tests::makeProduct(name))
         return;
+    if (name.find("facets") != std::string::npos)
+        return tests::makeFacets(name);
     for (int i = 1; i <= 3; ++i)
         transl_tk::Point3D::create(0, i, 0, 0);
     doAsNamed(path, run);

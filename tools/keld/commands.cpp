@@ -266,8 +266,7 @@ ExitCode importFile(CommonArguments const & arguments, FileArgument const & file
     if (!isUsableName(file.path))
         return WrongUsage;
     PoolGuard const pool;
-    RunReport const report(arguments.reportDirectory,
-                           output.json ? RunReport::Console::Silent : RunReport::Console::Messages);
+    RunReport const report(arguments.reportDirectory);
     RunOutcome outcome;
     if (!import(arguments, report, file, output.json, outcome))
         return outcome.code;

@@ -68,6 +68,7 @@ void addImportArguments(CLI::App & command, keld::FileArgument & file, keld::Imp
     addFileArgument(command, "FILE", "--translator", file, "The file to import");
     command.add_option("--tree", output.tree.lines, "Print the first N nodes of the product tree")
         ->type_name("N")
+        ->check(CLI::NonNegativeNumber.description(""))
         ->capture_default_str();
     command.add_flag_callback(
         "--whole-tree", [&output] { output.tree.lines = keld::TreeSettings::All; },

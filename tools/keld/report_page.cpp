@@ -4,6 +4,8 @@
 #include "safe_text.h"
 
 #include <algorithm>
+#include <span>
+#include <unordered_map>
 
 namespace keld {
 
@@ -14,6 +16,7 @@ using transl_tk::Hierarchy;
 namespace {
 
 constexpr std::size_t MostRows = 10000;
+constexpr std::size_t MostLosses = 5; ///< of a kind
 
 /// Further levels of the tree are not indented, and are told by their number.
 constexpr std::size_t DeepestIndent = 12;
@@ -52,6 +55,17 @@ std::string moreRows(std::size_t rows)
                                  " more; <code>--report-format json</code> keeps all of them.");
 }
 
+/// A file's name without the folders.
+std::string lastName(std::string const & path)
+{
+    return path.substr(path.rfind('/') + 1);
+}
+
+std::span<KindCount const> shownKinds(RunSummary const & summary)
+{
+    return {summary.kinds.data(), std::min(summary.kinds.size(), MostRows)};
+}
+
 std::string head(RunSummary const & summary)
 {
     return "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
@@ -59,7 +73,7 @@ std::string head(RunSummary const & summary)
            "style-src 'unsafe-inline'\">\n"
            "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n"
            "<meta name=\"color-scheme\" content=\"light dark\">\n<title>" +
-           htmlText(summary.file) + " - import report</title>\n<style>\n" + ReportStyle +
+           htmlText(lastName(summary.file)) + " - import report</title>\n<style>\n" + ReportStyle +
            "</style>\n</head>\n";
 }
 
@@ -72,12 +86,15 @@ std::string card(std::string const & className, std::size_t number, std::string 
 std::string overview(RunSummary const & summary)
 {
     std::string const status = statusName(summary.status);
-    std::string const words =
-        summary.outcome.words + " (exit status " + std::to_string(summary.outcome.exitStatus) + ")";
+    std::string words;
+    if (!summary.outcome.words.empty())
+        words = " " + summary.outcome.words + " (exit status " +
+                std::to_string(summary.outcome.exitStatus) + ")";
     std::string result = "<header>\n" + paragraph("kind", "Import report") + "<h1>" +
-                         isolated(summary.file, "file") + "</h1>\n<dl>\n<dt>Status</dt><dd>" +
-                         badge(status, status) + " " + htmlText(words) +
-                         "</dd>\n<dt>Model</dt><dd>" +
+                         isolated(lastName(summary.file), "file") +
+                         "</h1>\n<dl>\n<dt>Status</dt><dd>" + badge(status, status) +
+                         htmlText(words) + "</dd>\n<dt>File</dt><dd>" +
+                         isolated(summary.file, "path") + "</dd>\n<dt>Model</dt><dd>" +
                          (summary.model.empty() ? "<span class=\"none\">without a name</span>"
                                                 : isolated(summary.model, "model")) +
                          "</dd>\n</dl>\n";
@@ -93,6 +110,32 @@ std::string overview(RunSummary const & summary)
     return result + "</ul>\n</header>\n";
 }
 
+/// The errors about each kind of entity.
+using Losses = std::unordered_map<int, std::vector<SummaryEntry const *>>;
+
+Losses lossesByKind(RunSummary const & summary)
+{
+    Losses losses;
+    for (SummaryEntry const & entry : summary.entries) {
+        if (entry.type == Error)
+            losses[entry.kind].push_back(&entry);
+    }
+    return losses;
+}
+
+std::string lossRow(KindCount const & kind, std::vector<SummaryEntry const *> const & errors)
+{
+    std::string row = "<li>" + htmlText(kind.name) + ": <b>" + std::to_string(kind.failed) +
+                      "</b> failed\n<ul class=\"rows\">\n";
+    std::size_t const shown = std::min(errors.size(), MostLosses);
+    for (std::size_t i = 0; i < shown; ++i)
+        row += "<li>" + isolated(errors[i]->text, "text") + "</li>\n";
+    if (shown < errors.size())
+        row += "<li class=\"more\">and " + std::to_string(errors.size() - shown) +
+               " more in the report below</li>\n";
+    return row + "</ul></li>\n";
+}
+
 std::string lost(RunSummary const & summary)
 {
     std::string body;
@@ -106,10 +149,10 @@ std::string lost(RunSummary const & summary)
         body += paragraph("bad", "The run was cancelled, and no model was taken over.");
     if (summary.total.failed > 0) {
         body += "<ul class=\"lost\">\n";
-        for (KindCount const & kind : summary.kinds) {
+        Losses const losses = lossesByKind(summary);
+        for (KindCount const & kind : shownKinds(summary)) {
             if (kind.failed > 0)
-                body += "<li>" + htmlText(kind.name) + ": <b>" + std::to_string(kind.failed) +
-                        "</b> failed</li>\n";
+                body += lossRow(kind, losses.at(kind.kind));
         }
         body += "<li class=\"total\">In all: <b>" + std::to_string(summary.total.failed) +
                 "</b> failed</li>\n</ul>\n";
@@ -139,10 +182,10 @@ std::string counts(RunSummary const & summary)
     std::string body = "<table>\n<thead><tr><th scope=\"col\">Kind</th><th scope=\"col\">Model</th>"
                        "<th scope=\"col\">Failed</th><th scope=\"col\">Reported</th></tr></thead>\n"
                        "<tbody>\n";
-    for (KindCount const & kind : summary.kinds)
+    for (KindCount const & kind : shownKinds(summary))
         body += countRow(kind, kind.failed > 0 ? "bad" : "plain");
-    return section("counts", "Entities",
-                   body + countRow(summary.total, "total") + "</tbody>\n</table>\n");
+    body += countRow(summary.total, "total") + "</tbody>\n</table>\n";
+    return section("counts", "Entities", body + moreRows(summary.kinds.size()));
 }
 
 std::string entries(RunSummary const & summary)

@@ -8,7 +8,7 @@
 namespace keld {
 
 /// The report of a run as an HTML page that needs no other file and no network, and runs nothing.
-/// Of the log, the entries and the product tree no more than the first 10000 rows each.
+/// Of each of its lists no more than the first 10000 rows.
 std::string reportPage(RunSummary const & summary);
 
 } // namespace keld

@@ -61,6 +61,8 @@ p.good { color: var(--good); }
 p.odd { color: var(--odd); }
 p.bad { color: var(--bad); }
 .lost b { color: var(--bad); }
+.lost .rows { margin: .1rem 0 .6rem; padding-left: .8rem; border-left: 2px solid var(--bad); }
+.lost .rows li { border: 0; padding: .1rem 0; }
 .lost .total { color: var(--dim); }
 table { width: 100%; border-collapse: collapse; font-variant-numeric: tabular-nums; }
 th, td { padding: .3rem .2rem; border-top: 1px solid var(--line); text-align: right; }

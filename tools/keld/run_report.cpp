@@ -11,18 +11,16 @@ namespace keld {
 using transl_tk::Server;
 using transl_tk::StreamPolicy;
 
-RunReport::RunReport(std::string const & directory, Console console)
+RunReport::RunReport(std::string const & directory)
 {
-    bool const silent = console == Console::Silent;
     if (directory.empty()) {
-        if (!silent)
-            Server::echo_start(StreamPolicy::StreamOnly, "");
+        Server::echo_start(StreamPolicy::StreamOnly, "");
         return;
     }
     std::filesystem::create_directories(directory);
     m_Directory = std::filesystem::canonical(directory).string() + "/";
     setenv("TRANSL_REPORT_FILE", "1", 1);
-    Server::echo_start(silent ? StreamPolicy::FileOnly : StreamPolicy::StreamAndFile, m_Directory);
+    Server::echo_start(StreamPolicy::StreamAndFile, m_Directory);
 }
 
 RunReport::~RunReport()

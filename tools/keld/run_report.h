@@ -6,16 +6,14 @@
 
 namespace keld {
 
-/// The toolkit's reports of this process: messages go to the console, unless that is silent, and,
-/// with a directory, tracing lines to a report file.
+/// The toolkit's reports of this process: messages go to the console and, with a directory, tracing
+/// lines to a report file.
 class RunReport
 {
 public:
-    enum class Console { Messages, Silent };
-
     /// Makes `directory` when there is none; an empty one keeps no report file. Throws
     /// std::filesystem::filesystem_error.
-    explicit RunReport(std::string const & directory, Console console = Console::Messages);
+    explicit RunReport(std::string const & directory);
     RunReport(RunReport const &) = delete;
     RunReport & operator=(RunReport const &) = delete;
 

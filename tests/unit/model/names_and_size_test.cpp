@@ -1,6 +1,16 @@
 #include "support/models.h"
 
+#include <keld-transl/attributes/annotation.h>
+#include <keld-transl/attributes/attribute.h>
+#include <keld-transl/attributes/branch.h>
+#include <keld-transl/attributes/leaf.h>
+#include <keld-transl/attributes/node_tree.h>
+#include <keld-transl/attributes/parameter.h>
 #include <keld-transl/model/pool.h>
+#include <keld-transl/product/assembly.h>
+#include <keld-transl/product/instance.h>
+#include <keld-transl/product/part.h>
+#include <keld-transl/reporting/html_logger_entry.h>
 #include <keld-transl/reporting/logger.h>
 #include <keld-transl/topology/body.h>
 #include <keld-transl/topology/edge.h>
@@ -213,6 +223,105 @@ TEST_F(SizeTest, LogEntriesOfEveryListButTheFifthCountNineBytesAndTheirText)
     EXPECT_EQ(size(), EmptySize + 5 * (9 + 4));
 }
 
+TEST_F(SizeTest, AnAnnotationTakes180Bytes24ForEachPointAndItsTexts)
+{
+    double const triple[3] = {};
+    double const points[6] = {};
+    int const ints[3] = {};
+    Annotation::create(0, triple, triple, triple, triple, 2, points, ints, ints, ints, ints, 0, 0,
+                       0, 0, 0, "abc", "de");
+    EXPECT_EQ(size(), EmptySize + 84 + 24 * (2 + 4) + 3 + 2);
+}
+
+TEST_F(SizeTest, AnAssemblyTakes41BytesItsTextsItsChildrenAndATransform)
+{
+    Assembly * const top = Assembly::create(0, "abc");
+    EXPECT_EQ(size(), EmptySize + 41 + 3 + 4 * (0 + 1));
+    top->setFirstLabel("de");
+    top->setSecondLabel("f");
+    double transform[16] = {};
+    top->setTransform(transform);
+    EXPECT_EQ(size(), EmptySize + 41 + 128 + 3 + 2 + 1 + 4);
+    top->addChild(Assembly::create(0, ""));
+    EXPECT_EQ(size(), EmptySize + (41 + 128 + 6 + 4 * (1 + 1)) + (41 + 4));
+}
+
+TEST_F(SizeTest, APartTakes45BytesItsTextsItsListsItsTreeAndATransform)
+{
+    Part * const part = Part::create(0, "abc");
+    constexpr long long EmptyTree = 4;
+    EXPECT_EQ(size(), EmptySize + 45 + 3 + 4 * 8 + EmptyTree);
+    part->setFirstLabel("d");
+    part->setSecondLabel("e");
+    part->setPartLabel("fgh");
+    part->addPoint(Point3D::create(0, 0, 0, 0));
+    part->addPoint(Point3D::create(0, 0, 0, 0));
+    double const transform[16] = {0.5};
+    part->setTransform(transform);
+    EXPECT_EQ(size(), EmptySize + 2 * 28 + 45 + 128 + 8 + 4 * (2 + 8) + EmptyTree);
+}
+
+TEST_F(SizeTest, AnInstanceTakesNineBytesAndATransform)
+{
+    Part * const part = Part::create(0, "");
+    long long const before = size();
+    Instance * const instance = Instance::create(0, part);
+    EXPECT_EQ(size(), before + 9);
+    double const transform[16] = {};
+    instance->setTransform(transform);
+    EXPECT_EQ(size(), before + 9 + 128);
+}
+
+TEST_F(SizeTest, AnAttributeTakes16BytesItsNameItsEntitiesAndItsValues)
+{
+    Attribute * const attribute = Attribute::create("abc", Attribute::Comment);
+    EXPECT_EQ(size(), EmptySize + 16 + 3);
+    attribute->addEntity(Point3D::create(0, 0, 0, 0));
+    long long const before = size();
+    EXPECT_EQ(before, EmptySize + 28 + 16 + 3 + 8);
+    attribute->addValue("de");
+    EXPECT_EQ(size(), before + 8 + 2);
+    attribute->addValue(1);
+    EXPECT_EQ(size(), before + 10 + 8);
+    attribute->addValue(true);
+    EXPECT_EQ(size(), before + 18 + 5);
+    attribute->addValue(1.0F);
+    EXPECT_EQ(size(), before + 23 + 8);
+    attribute->addValue(1.0);
+    EXPECT_EQ(size(), before + 31 + 12);
+    attribute->addValue(static_cast<unsigned char>(1));
+    EXPECT_EQ(size(), before + 43 + 5);
+    attribute->addValue(static_cast<IValue *>(nullptr));
+    EXPECT_EQ(size(), before + 48 + 4);
+}
+
+TEST_F(SizeTest, ANodeCountsInFullOnceAndFourBytesAtEveryOtherPlace)
+{
+    Part * const part = Part::create(0, "");
+    long long const before = size();
+    Branch * const branch = Branch::create(1, "abc", Branch::Tag{});
+    Leaf * const leaf = Leaf::create(2);
+    part->getNodeTree()->addNode(branch);
+    EXPECT_EQ(size(), before + 4 + 8 + 4 + 12 + 3);
+    branch->addNode(leaf);
+    EXPECT_EQ(size(), before + 31 + 4 + 8 + 4 + 4);
+    branch->addNode(leaf);
+    part->getNodeTree()->addNode(branch);
+    EXPECT_EQ(size(), before + 51 + 4 + 4);
+    leaf->addParameter(Parameter::create(Parameter::Param{}, IValue::create(1)));
+    EXPECT_EQ(size(), before + 59 + 8 + 8);
+    leaf->addEntity(part);
+    EXPECT_EQ(size(), before + 75 + 8);
+    branch->addProperty("de", IValue::create("fgh"));
+    EXPECT_EQ(size(), before + 83 + (4 + 2) + (8 + 3));
+}
+
+TEST_F(SizeTest, AReportEntryTakes12BytesAndItsText)
+{
+    HtmlLoggerEntry::create("four", HtmlLoggerEntry::Part, HtmlLoggerEntry::EntryType{});
+    EXPECT_EQ(size(), EmptySize + 12 + 4);
+}
+
 class ClearTest : public NamesTest
 {};
 
@@ -223,6 +332,24 @@ TEST_F(ClearTest, DestroysEveryPointWhateverItsId)
     Pool::getInstance()->clear();
     EXPECT_TRUE(tests::points().empty());
     EXPECT_EQ(Pool::getInstance()->getSize(), EmptySize);
+}
+
+TEST_F(ClearTest, NamesGoWithTheirComponents)
+{
+    for (int i = 0; i < 3; ++i)
+        Part::create(0, "part");
+    Pool::getInstance()->clear();
+    EXPECT_TRUE(tests::currentSubPool().m_Names.empty());
+    EXPECT_STREQ(Part::create(0, "part")->getName(), "part");
+}
+
+TEST_F(ClearTest, MayBeFollowedByASizeThoughThereWereReportEntries)
+{
+    HtmlLoggerEntry::create("entry", HtmlLoggerEntry::Part, HtmlLoggerEntry::EntryType{});
+    Attribute::create("attribute", Attribute::Comment);
+    Pool::getInstance()->clear();
+    EXPECT_EQ(Pool::getInstance()->getSize(), EmptySize);
+    Pool::getInstance()->clear();
 }
 
 TEST_F(ClearTest, EmptiesTheLogAndKeepsItsObject)

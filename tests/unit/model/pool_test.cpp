@@ -178,7 +178,7 @@ TEST_F(PoolTest, EveryEntityGoesWithItsSubPool)
     EXPECT_FALSE(Pool::hasInstance());
 }
 
-TEST(PoolTest, DeletedWithSeveralSubPoolsFreesEachModelInItsOwn)
+TEST_F(PoolTest, DeletedWithSeveralSubPoolsFreesEachModelInItsOwn)
 {
     for (char const * const name : {"a", "b", "c"}) {
         Pool::construct(name);

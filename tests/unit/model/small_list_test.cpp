@@ -1,4 +1,4 @@
-#include "attributes/small_list.h"
+#include "model/small_list.h"
 
 #include <gtest/gtest.h>
 #include <vector>

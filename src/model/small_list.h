@@ -1,5 +1,5 @@
-#ifndef KELD_TRANSL_ATTRIBUTES_SMALL_LIST_H
-#define KELD_TRANSL_ATTRIBUTES_SMALL_LIST_H
+#ifndef KELD_TRANSL_MODEL_SMALL_LIST_H
+#define KELD_TRANSL_MODEL_SMALL_LIST_H
 
 #include <algorithm>
 #include <cstddef>
@@ -51,6 +51,8 @@ public:
         makeRoom();
         first()[m_Size++] = value;
     }
+
+    void clear() noexcept { m_Size = 0; }
 
     /// Removes all values that `matches`; the others keep their order.
     template <class Matches> void removeIf(Matches matches) noexcept
