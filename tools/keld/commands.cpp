@@ -289,8 +289,7 @@ ExitCode importMetadata(CommonArguments const & arguments, FileArgument const & 
     if (!isUsableCatalogue(output.database, patience))
         return DatabaseFailed;
     PoolGuard const pool;
-    RunReport const report(arguments.reportDirectory,
-                           output.json ? RunReport::Console::Silent : RunReport::Console::Messages);
+    RunReport const report(arguments.reportDirectory);
     CommonArguments withMetadata = arguments;
     withMetadata.options.emplace(withMetadata.options.begin(), translator_kit::MetadataOnlyOption,
                                  "true");
