@@ -150,7 +150,7 @@ std::vector<Part *> createParts(long long count)
 {
     std::vector<Part *> parts;
     for (long long i = 0; i < count; ++i)
-        parts.push_back(Part::create(0, "part"));
+        parts.push_back(Part::create(0, ("part " + std::to_string(i)).c_str()));
     return parts;
 }
 
