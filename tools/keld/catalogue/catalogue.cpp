@@ -207,6 +207,7 @@ std::vector<CatalogueEntry> Catalogue::find(std::vector<Condition> const & condi
 {
     Transaction const transaction(m_Database, Transaction::Kind::Read);
     std::vector<std::set<long long>> wanted;
+    wanted.reserve(conditions.size());
     for (Condition const & condition : conditions)
         wanted.push_back(filesWith(m_Database, condition));
 
