@@ -15,6 +15,8 @@
 //   work.*             make the file "<path>.working", then work forever
 //   write-and-<what>.* on export: write half of a file, then "fail", "work" or "die"
 //   options.*          tell the options "text", "integer", "number" and "flag" in the log
+//   names.*            tell names of features and texts where metadata alone is wanted, and in
+//                      the log whether it is; "many-names" tells a thousand features
 //   flood.*            tell its progress a hundred thousand times
 #include "process/kit_facets.h"
 #include "process/kit_geometry.h"
@@ -66,6 +68,22 @@ void tellOptions(Run & run)
     run.message("flag " + textOf(run.options().flag("flag")));
 }
 
+void tellNames(Run & run, int features)
+{
+    run.message(run.metadata() != nullptr ? "metadata alone" : "the whole model");
+    if (run.metadata() == nullptr)
+        return;
+    run.metadata()->addFeatureType("HOLE 7");
+    run.metadata()->addFeatureType("FILLET at HOLE");
+    for (int i = 0; i < features; ++i)
+        run.metadata()->addData(transl_tk::FeatureCounts, "Pocket " + std::to_string(i));
+    run.metadata()->addData(transl_tk::FeatureCounts, std::string("bell\a"));
+    run.metadata()->addData(transl_tk::FeatureCounts, std::string("bell\a"));
+    run.metadata()->addData(transl_tk::TextList, std::string("steel"));
+    run.metadata()->addData(transl_tk::TextList, std::string("tab\t"));
+    run.metadata()->addData(static_cast<transl_tk::DataBaseType>(1234), 5);
+}
+
 void doAsNamed(std::string const & path, Run & run)
 {
     std::string const name = std::filesystem::path(path).stem();
@@ -99,6 +117,10 @@ void doAsNamed(std::string const & path, Run & run)
         workForever(path);
     } else if (name == "options") {
         tellOptions(run);
+    } else if (name == "names") {
+        tellNames(run, 1);
+    } else if (name == "many-names") {
+        tellNames(run, 1000);
     } else if (name == "flood") {
         for (int i = 0; i < 100000; ++i)
             run.progress(i / 2 % 100);

@@ -19,6 +19,8 @@
 //   model COUNT           make a model of COUNT points (i, 2i, 3i), with ids from 1 on, and write
 //   it
 //                         into the segment that the last "i" command named
+//   attribute TYPE WORDS  put an attribute of that type into the next model; its values are
+//                         "i NUMBER" or "t TEXT", and "-" stands for an empty text
 //   create-segment SIZE   create the segment that the last "i" command named, filled with zeros
 //   print TEXT            print a line on standard output
 //   complain TEXT         print a line on standard error
@@ -34,6 +36,7 @@
 //   exit CODE             end at once
 #include <keld-common/channel.h>
 #include <keld-common/file_mapping.h>
+#include <keld-transl/attributes/attribute.h>
 #include <keld-transl/model/point3d.h>
 #include <keld-transl/model/pool.h>
 #include <keld-transl/process/exec_io.h>
@@ -105,6 +108,7 @@ private:
             {"frame", &Script::sendFrame},
             {"bytes", &Script::sendBytes},
             {"drain", &Script::drain},
+            {"attribute", &Script::addAttribute},
             {"model", &Script::writeModel},
             {"create-segment", &Script::createSegment},
             {"print", &Script::print},
@@ -285,11 +289,33 @@ private:
         return m_Command.substr(2);
     }
 
+    void addAttribute(std::string const & words) { m_Attribute = words; }
+
+    void makeAttribute() const
+    {
+        std::istringstream words(m_Attribute);
+        int type = 0;
+        if (!(words >> type))
+            return;
+        auto * const attribute =
+            transl_tk::Attribute::create("", static_cast<transl_tk::Attribute::Type>(type));
+        std::string kind;
+        std::string value;
+        while (words >> kind >> value) {
+            require(kind == "i" || kind == "t", kind);
+            if (kind == "i")
+                attribute->addValue(std::stoi(value));
+            else
+                attribute->addValue(value == "-" ? "" : value.c_str());
+        }
+    }
+
     void writeModel(std::string const & count)
     {
         transl_tk::Pool::construct("scripted");
         for (int i = 1; i <= std::stoi(count); ++i)
             transl_tk::Point3D::create(0, i, 2. * i, 3. * i);
+        makeAttribute();
         m_ModelSize = transl_tk::Server::writeSharedMem(segment());
         std::string const & failure = transl_tk::Server::exchangeFailure();
         require(failure.empty(), failure);
@@ -354,6 +380,7 @@ private:
     TranslatorEnds m_Ends;
     std::string m_Statement;
     std::string m_Command;
+    std::string m_Attribute; ///< type and values, as the statement has them
     transl_tk::IExecIO * m_Options = nullptr;
     long long m_ModelSize = 0;
 };

@@ -1,6 +1,8 @@
 #include "commands.h"
 
+#include "catalogue/metadata_store.h"
 #include "json_output.h"
+#include "metadata_output.h"
 #include "model_json.h"
 #include "model_summary.h"
 #include "run_report.h"
@@ -139,10 +141,14 @@ void printModel(SubPool const & model, ImportOutput const & output)
     printPoints(model, output.points);
 }
 
+void printText(std::string_view text)
+{
+    std::fwrite(text.data(), 1, text.size(), stdout);
+}
+
 void printModelAsJson(std::string const & file, RunOutcome const & outcome, SubPool & model)
 {
-    JsonOutput json(
-        [](std::string_view text) { std::fwrite(text.data(), 1, text.size(), stdout); });
+    JsonOutput json(printText);
     writeModelJson(file, outcome, model, json);
 }
 
@@ -158,6 +164,59 @@ bool keepReport(std::string const & directory, ReportFormat format, std::string 
     } catch (translator_kit::Failure const & failure) {
         std::fprintf(stderr, "keld: %s\n", failure.what());
         return false;
+    }
+}
+
+int milliseconds(double seconds)
+{
+    return static_cast<int>(seconds * 1000);
+}
+
+/// Whether the catalogue `database`, if it is there, can be written to; says why not. A run can
+/// take long, and is for nothing when it cannot.
+bool isUsableCatalogue(std::string const & database, double patience)
+{
+    std::error_code error;
+    if (database.empty() || !std::filesystem::exists(database, error))
+        return true;
+    try {
+        MetadataStore().connect(database, milliseconds(patience), 0, 0, CatalogueForWriting);
+        return true;
+    } catch (DatabaseError const & failure) {
+        complain(database, failure.what());
+        return false;
+    }
+}
+
+/// Stores what `store` has collected about `file`; says why not when it cannot.
+bool keepMetadata(MetadataStore & store, FileArgument const & file, std::string const & database,
+                  double patience)
+{
+    try {
+        auto const path = std::filesystem::weakly_canonical(std::filesystem::absolute(file.path));
+        store.storeNEUTRAL(path, 0);
+        store.storeVORN(chooseTranslator(file.translator, file.path).name, 0);
+        store.connect(database, milliseconds(patience), 0, 0, CatalogueForWriting);
+        store.storeData();
+        store.disconnect();
+        return true;
+    } catch (DatabaseError const & failure) {
+        complain(database, failure.what());
+        return false;
+    }
+}
+
+/// Takes over the metadata that came. What a failed run does not bring is no second failure.
+void takeMetadata(MetadataStore & store, std::string const & file, RunOutcome & outcome)
+{
+    try {
+        store.addMetadata();
+    } catch (std::runtime_error const & failure) {
+        if (outcome.code != Success)
+            return;
+        outcome.code = ExchangeFailed;
+        outcome.explanation = failure.what();
+        complain(file, outcome.explanation);
     }
 }
 
@@ -220,6 +279,64 @@ ExitCode importFile(CommonArguments const & arguments, FileArgument const & file
     bool const kept = report.directory().empty() ||
                       keepReport(report.directory(), output.reportFormat, file.path, outcome);
     return kept || outcome.code != Success ? outcome.code : OutputFailed;
+}
+
+ExitCode importMetadata(CommonArguments const & arguments, FileArgument const & file,
+                        MetadataOutput const & output, double patience)
+{
+    if (!isUsableName(file.path))
+        return WrongUsage;
+    if (!isUsableCatalogue(output.database, patience))
+        return DatabaseFailed;
+    PoolGuard const pool;
+    RunReport const report(arguments.reportDirectory);
+    CommonArguments withMetadata = arguments;
+    withMetadata.options.emplace(withMetadata.options.begin(), translator_kit::MetadataOnlyOption,
+                                 "true");
+    RunOutcome outcome;
+    if (!import(withMetadata, report, file, output.json, outcome))
+        return outcome.code;
+
+    MetadataStore store;
+    takeMetadata(store, file.path, outcome);
+    bool const kept = outcome.code != Success || output.database.empty() ||
+                      keepMetadata(store, file, output.database, patience);
+    SubPool & model = *Pool::getInstance()->currentSubPool();
+    if (output.json) {
+        JsonOutput json(printText);
+        writeMetadataJson(file.path, outcome, store.content(), model, json);
+    } else if (outcome.code == Success) {
+        printMetadata(store.content());
+    }
+    return kept ? outcome.code : DatabaseFailed;
+}
+
+ExitCode listCatalogue(std::string const & database, CatalogueQuery const & query, double patience)
+{
+    std::vector<Condition> conditions;
+    for (std::string const & text : query.conditions) {
+        auto const condition = parseCondition(text);
+        if (!condition) {
+            complain(text, "this is no condition such as \"faces>1000\".");
+            return WrongUsage;
+        }
+        conditions.push_back(*condition);
+    }
+    try {
+        Catalogue catalogue(database, Catalogue::Access::Read,
+                            std::chrono::milliseconds(milliseconds(patience)));
+        auto const entries = catalogue.find(conditions);
+        if (query.json) {
+            JsonOutput json(printText);
+            writeCatalogueJson(entries, json);
+        } else {
+            printCatalogue(entries);
+        }
+        return Success;
+    } catch (DatabaseError const & failure) {
+        complain(database, failure.what());
+        return DatabaseFailed;
+    }
 }
 
 ExitCode exportPoints(CommonArguments const & arguments, FileArgument const & file,

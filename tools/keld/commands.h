@@ -36,9 +36,31 @@ struct ImportOutput
     ReportFormat reportFormat = ReportFormat::Html;
 };
 
+/// What is to be done with the metadata of a file.
+struct MetadataOutput
+{
+    bool json = false;    ///< print it as JSON instead of a table
+    std::string database; ///< the catalogue to store it in; empty for none
+};
+
+/// What a catalogue is asked.
+struct CatalogueQuery
+{
+    std::vector<std::string> conditions; ///< as `parseCondition` reads them
+    bool json = false;
+};
+
 /// Imports `file`, prints what arrived and, with a report directory, writes the report of the run.
 ExitCode importFile(CommonArguments const & arguments, FileArgument const & file,
                     ImportOutput const & output);
+
+/// Imports the metadata of `file` alone, prints it and, with a database, stores it there, waiting
+/// at most `patience` seconds for other programs.
+ExitCode importMetadata(CommonArguments const & arguments, FileArgument const & file,
+                        MetadataOutput const & output, double patience);
+
+/// Prints the entries of the catalogue `database` that meet the conditions.
+ExitCode listCatalogue(std::string const & database, CatalogueQuery const & query, double patience);
 
 /// Exports `points` and then `generated` further points to `file`.
 ExitCode exportPoints(CommonArguments const & arguments, FileArgument const & file,

@@ -1,8 +1,10 @@
+#include "catalogue/catalogue.h"
 #include "commands.h"
 #include "installation.h"
 #include "interrupt.h"
 
 #include <CLI/CLI.hpp>
+#include <chrono>
 #include <cstdio>
 #include <exception>
 #include <filesystem>
@@ -23,7 +25,8 @@ constexpr char const * ExitCodes = R"(Exit codes:
   4  the translator ended without an answer
   5  options or model could not be handed over (temporary directory, shared memory)
   6  the run was cancelled
-  7  output could not be written)";
+  7  output could not be written
+  8  a database of metadata could not be used)";
 
 void addCommonArguments(CLI::App & command, keld::CommonArguments & arguments)
 {
@@ -82,6 +85,31 @@ void addImportArguments(CLI::App & command, keld::FileArgument & file, keld::Imp
         ->transform(CLI::CheckedTransformer(formats).description(""));
 }
 
+void addWaitArgument(CLI::App & command, double & patience)
+{
+    constexpr double Longest = 86400;
+    command.add_option("--wait", patience, "Wait at most so long for other users of the database")
+        ->type_name("SECONDS")
+        ->check(CLI::Range(0.0, Longest))
+        ->capture_default_str();
+}
+
+void addMetadataArguments(CLI::App & command, bool & metadata, keld::MetadataOutput & output,
+                          double & patience)
+{
+    CLI::Option * const only =
+        command.add_flag("--metadata", metadata,
+                         "Have the translator count what the file holds, and print the counts");
+    for (char const * name : {"--tree", "--whole-tree", "--transforms", "--report-format"})
+        only->excludes(command.get_option(name));
+    command
+        .add_option("--database", output.database,
+                    "Store the counts in the catalogue DB, which is made when it is not there")
+        ->type_name("DB")
+        ->needs(only);
+    addWaitArgument(command, patience);
+}
+
 int runCommandLine(int argc, char ** argv)
 {
     CLI::App app(Description, "keld");
@@ -95,6 +123,11 @@ int runCommandLine(int argc, char ** argv)
     keld::ImportOutput output;
     std::vector<std::array<double, 3>> points;
     int generated = 0;
+    bool isMetadata = false;
+    keld::MetadataOutput metadata;
+    std::string database;
+    keld::CatalogueQuery query;
+    double patience = std::chrono::duration<double>(keld::Catalogue::DefaultPatience).count();
 
     CLI::App * const import = app.add_subcommand("import", "Import a file and print what it holds");
     addImportArguments(*import, source, output);
@@ -113,7 +146,20 @@ CLI::App * const info =
     app.add_subcommand("info", "Import a file and print what it holds, for programs too");
 addImportArguments(*info, source, output);
 info->add_flag("--json", output.json, "Print all of the model but its geometry as JSON");
+addMetadataArguments(*info, isMetadata, metadata, patience);
 addCommonArguments(*info, arguments);
+
+CLI::App * const catalogue = app.add_subcommand(
+    "catalogue", "List the files whose metadata stands in a database, with their counts");
+catalogue->add_option("DB", database, "The database")->required();
+catalogue
+    ->add_option("--where", query.conditions,
+                 "Only files with such a count, as in \"faces>1000\" or \"spot welds=0\"; may be "
+                 "given any number of times")
+    ->type_name("CONDITION")
+    ->allow_extra_args(false);
+catalogue->add_flag("--json", query.json, "Print JSON");
+addWaitArgument(*catalogue, patience);
 
 CLI::App * const exporting = app.add_subcommand(
     "export", "Export points: those given by --point, then those that --points generates");
@@ -144,6 +190,12 @@ keld::chooseInstallation();
 keld::cleanUpOnInterrupt();
 if (*translators)
     return keld::listTranslators();
+if (*catalogue)
+    return keld::listCatalogue(database, query, patience);
+if (*info && isMetadata) {
+    metadata.json = output.json;
+    return keld::importMetadata(arguments, source, metadata, patience);
+}
 if (*import || *info)
     return keld::importFile(arguments, source, output);
 if (*exporting)

@@ -2,12 +2,14 @@
 
 #include "host_watch.h"
 #include "log.h"
+#include "metadata_only.h"
 
 #include <keld-common/file_mapping.h>
 #include <keld-transl/model/pool.h>
 #include <keld-transl/process/exit_status.h>
 #include <keld-transl/process/server.h>
 #include <keld-transl/reporting/logger_policy.h>
+#include <keld-translator-kit/joined_policy.h>
 
 #include <charconv>
 #include <new>
@@ -130,13 +132,10 @@ void Conversation::exportFile(std::string const & path)
 
 void Conversation::sendModel(std::string const & path, std::string const & segment)
 {
-    std::optional<Reason> failure = guarded(
-        [&](Run & run) {
-            if (!m_Translator.readFile)
-                throw Failure(Reason::UnsupportedFileType, "This translator reads no files.");
-            m_Translator.readFile(path, run);
-        },
-        Reason::Failed);
+    CollectingPolicy metadata;
+    bool const isMetadataOnly = m_Options.flag(MetadataOnlyOption).value_or(false);
+    std::optional<Reason> failure = guarded([&](Run & run) { readFile(path, run); }, Reason::Failed,
+                                            isMetadataOnly ? &metadata : nullptr);
 
     long long size = 0;
     if (failure == Reason::MissingExportInfo || failure == Reason::Cancelled) {
@@ -164,6 +163,23 @@ void Conversation::sendModel(std::string const & path, std::string const & segme
     Pool::destruct(); // while the host reads
 }
 
+/// Reads the file into the current model, and leaves the model's metadata alone of it when the host
+/// asks for no more; also of what there was when the reading failed.
+void Conversation::readFile(std::string const & path, Run & run)
+{
+    if (!m_Translator.readFile)
+        throw Failure(Reason::UnsupportedFileType, "This translator reads no files.");
+    try {
+        m_Translator.readFile(path, run);
+    } catch (...) {
+        if (run.metadata() != nullptr)
+            keepMetadataOnly(*run.metadata());
+        throw;
+    }
+    if (run.metadata() != nullptr)
+        keepMetadataOnly(*run.metadata());
+}
+
 void Conversation::receiveModel(std::string const & path, std::string const & sizeAndSegment)
 {
     std::optional<Reason> const failure = guarded(
@@ -187,9 +203,10 @@ void Conversation::receiveModel(std::string const & path, std::string const & si
 
 /// Does `work` on an empty model under the eyes of the watch. Returns why it failed, with the words
 /// in the log, or nothing; any failure that gives no reason counts as `otherwise`.
-std::optional<Reason> Conversation::guarded(Work const & work, Reason otherwise)
+std::optional<Reason> Conversation::guarded(Work const & work, Reason otherwise,
+                                            transl_tk::DataBasePolicy * metadata)
 {
-    Run run(m_Frames, m_Options, newModel());
+    Run run(m_Frames, m_Options, newModel(), metadata);
     std::optional<Reason> reason = otherwise;
     try {
         HostWatch const watch(m_Ends);

@@ -29,7 +29,9 @@ private:
     void sendModel(std::string const & path, std::string const & segment);
     void receiveModel(std::string const & path, std::string const & sizeAndSegment);
 
-    std::optional<Reason> guarded(Work const & work, Reason otherwise);
+    void readFile(std::string const & path, Run & run);
+    std::optional<Reason> guarded(Work const & work, Reason otherwise,
+                                  transl_tk::DataBasePolicy * metadata = nullptr);
     std::string nextCommand();
     void sendKey(transl_tk::FrameKey key);
 

@@ -17,8 +17,9 @@ void addToLog(std::string const & words, cad::ILoggerPolicy::SubType subType)
 
 } // namespace
 
-Run::Run(transl_tk::RWFD & frames, Options const & options, transl_tk::SubPool & model)
-    : m_Frames(frames), m_Options(options), m_Model(model)
+Run::Run(transl_tk::RWFD & frames, Options const & options, transl_tk::SubPool & model,
+         transl_tk::DataBasePolicy * metadata)
+    : m_Frames(frames), m_Options(options), m_Model(model), m_Metadata(metadata)
 {}
 
 void Run::progress(int percent)

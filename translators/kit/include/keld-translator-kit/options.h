@@ -11,6 +11,11 @@ class IValue;
 
 namespace translator_kit {
 
+/// Name of the option, of type bool, by which a host asks an import for metadata alone: what comes
+/// is one attribute of type 14, the counts of the model that was read, and a part named
+/// "empty_part". The kit does that for every translator.
+inline constexpr char MetadataOnlyOption[] = "METADATA_ONLY";
+
 /// The options that the host gave to a run, by name. The first option of a name counts, and its
 /// first value. An option that is missing, without a value, or of another type gives nothing.
 class Options

@@ -1,6 +1,7 @@
 #ifndef KELD_TRANSLATOR_KIT_RUN_H
 #define KELD_TRANSLATOR_KIT_RUN_H
 
+#include <keld-transl/metadata/database_policy.h>
 #include <keld-transl/model/sub_pool.h>
 #include <keld-transl/process/rwfd.h>
 
@@ -15,7 +16,9 @@ class Options;
 class Run
 {
 public:
-    Run(transl_tk::RWFD & frames, Options const & options, transl_tk::SubPool & model);
+    /// `metadata` is null unless the host asks for nothing else.
+    Run(transl_tk::RWFD & frames, Options const & options, transl_tk::SubPool & model,
+        transl_tk::DataBasePolicy * metadata = nullptr);
     Run(Run const &) = delete;
     Run & operator=(Run const &) = delete;
 
@@ -39,10 +42,16 @@ public:
 
     Options const & options() const { return m_Options; }
 
+    /// On an import whose host asks for metadata alone, where names of features
+    /// (`addFeatureType`, `FeatureCounts`) and texts (`TextList`) go that the model does not hold.
+    /// The kit counts the model itself, once it is read. Null on any other run.
+    transl_tk::DataBasePolicy * metadata() const { return m_Metadata; }
+
 private:
     transl_tk::RWFD & m_Frames;
     Options const & m_Options;
     transl_tk::SubPool & m_Model;
+    transl_tk::DataBasePolicy * m_Metadata;
     int m_Percent = -1;
     std::chrono::steady_clock::time_point m_ProgressTime;
 };
