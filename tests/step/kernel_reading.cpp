@@ -81,8 +81,10 @@ Measures measuresOf(TopoDS_Shape const & shape)
 {
     GProp_GProps volume;
     GProp_GProps area;
-    BRepGProp::VolumeProperties(shape, volume);
-    BRepGProp::SurfaceProperties(shape, area);
+    // Integrated adaptively: without a bound for the error, two forms of one curve give two areas.
+    constexpr double Error = 1e-8;
+    BRepGProp::VolumeProperties(shape, volume, Error);
+    BRepGProp::SurfaceProperties(shape, area, Error);
     return {volume.Mass(), area.Mass()};
 }
 

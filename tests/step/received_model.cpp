@@ -37,7 +37,7 @@ using transl_tk::Pool;
 class Host : public transl_tk::ClientIn
 {
 public:
-    explicit Host(std::map<std::string, std::string> const & options)
+    explicit Host(std::map<std::string, double> const & options)
         : m_Segment(segmentName()), m_Options(options)
     {}
 
@@ -53,13 +53,12 @@ public:
     {
         getExecIO()->addOption(IOption::create("host", IValue::create("test"), ""));
         for (auto const & [name, value] : m_Options)
-            getExecIO()->addOption(
-                IOption::create(name.c_str(), IValue::create(value.c_str()), ""));
+            getExecIO()->addOption(IOption::create(name.c_str(), IValue::create(value), ""));
     }
 
 private:
     std::string m_Segment;
-    std::map<std::string, std::string> const & m_Options;
+    std::map<std::string, double> const & m_Options;
 };
 
 gp_Trsf transformOf(Hierarchy & node)
@@ -138,7 +137,7 @@ std::string wordsOf(IValue & value)
 } // namespace
 
 ReceivedModel::ReceivedModel(std::string const & path,
-                             std::map<std::string, std::string> const & options)
+                             std::map<std::string, double> const & options)
 {
     Host host(options);
     host.read(path, 1);

@@ -16,9 +16,9 @@ namespace tests {
 class ReceivedModel
 {
 public:
-    /// Options are texts.
+    /// Options are numbers.
     explicit ReceivedModel(std::string const & path,
-                           std::map<std::string, std::string> const & options = {});
+                           std::map<std::string, double> const & options = {});
     ReceivedModel(ReceivedModel const &) = delete;
     ReceivedModel & operator=(ReceivedModel const &) = delete;
     ~ReceivedModel();

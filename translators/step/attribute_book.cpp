@@ -1,5 +1,7 @@
 #include "attribute_book.h"
 
+#include <string_view>
+
 namespace step {
 
 namespace {
@@ -54,6 +56,17 @@ void AttributeBook::add(transl_tk::Base * entity, char const * name, Colour cons
 {
     addValues(entity, ColourAttribute, name,
               Bytes{colour.red, colour.green, colour.blue, colour.opacity});
+    // One for all stands behind one for surfaces, and one for curves does not count.
+    if (name == std::string_view("surface color"))
+        m_Colours[entity] = colour;
+    else if (name == std::string_view("color"))
+        m_Colours.emplace(entity, colour);
+}
+
+std::optional<AttributeBook::Colour> AttributeBook::colourOf(transl_tk::Base const * entity) const
+{
+    auto const found = m_Colours.find(entity);
+    return found == m_Colours.end() ? std::nullopt : std::optional(found->second);
 }
 
 void AttributeBook::add(transl_tk::Base * entity, AttributeNumber number, char const * name,

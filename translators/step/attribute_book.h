@@ -4,8 +4,10 @@
 #include <keld-transl/attributes/attribute.h>
 
 #include <map>
+#include <optional>
 #include <string>
 #include <tuple>
+#include <unordered_map>
 #include <vector>
 
 namespace transl_tk {
@@ -45,6 +47,9 @@ public:
              std::string const & text);
     void add(transl_tk::Base * entity, AttributeNumber number, char const * name,
              std::vector<double> const & numbers);
+    /// The colour that surfaces of `entity` itself have got, not of what it belongs to.
+    std::optional<Colour> colourOf(transl_tk::Base const * entity) const;
+
     void addProduct(transl_tk::Base * entity, char const * name, std::string const & text);
 
 private:
@@ -63,6 +68,7 @@ private:
     Shared<std::string> m_Texts;
     Shared<double> m_Numbers;
     Shared<unsigned char> m_Bytes;
+    std::unordered_map<transl_tk::Base const *, Colour> m_Colours;
 };
 
 } // namespace step

@@ -28,7 +28,8 @@ void read(std::string const & path, Run & run)
         run.warning(words);
     Coverage coverage;
     Document const document = readDocument(path, kind, run, coverage);
-    Structure(document, std::filesystem::path(path).stem(), coverage).build(run);
+    FacetSettings const facets(run.options());
+    Structure(document, std::filesystem::path(path).stem(), facets, coverage).build(run);
     coverage.report(run);
     run.progress(100);
 }

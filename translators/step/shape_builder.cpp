@@ -85,8 +85,10 @@ bool isSynchronous(TopoDS_Edge const & edge, UvStretch const & trace, Geom_Surfa
 struct ShapeBuilder::Trace
 {
     TopoDS_Edge edge;
-    UvStretch along;
-    UvStretch against;
+    UvStretch along = {};
+    UvStretch against = {};
+    bool hasAlong = false;
+    bool hasAgainst = false;
 };
 
 ShapeBuilder::ShapeBuilder(transl_tk::SubPool & model)
@@ -206,7 +208,8 @@ void ShapeBuilder::addLoop(TopoDS_Face & face, transl_tk::Loop & loop, bool face
                 trace = &known;
         }
         if (trace == nullptr)
-            trace = &traces.emplace_back(Trace{edge, {}, {}});
+            trace = &traces.emplace_back(Trace{edge});
+        (along ? trace->hasAlong : trace->hasAgainst) = true;
         auto * const uv = fin->getUVCurve();
         if (uv != nullptr && uv->getCurve() != nullptr)
             (along ? trace->along : trace->against) = kernelUvCurve(*uv->getCurve());
@@ -233,7 +236,7 @@ void ShapeBuilder::setTrace(TopoDS_Face const & face, Trace & trace)
     double const tolerance = BRep_Tool::Tolerance(trace.edge);
     UvStretch const & first = trace.along.curve.IsNull() ? trace.against : trace.along;
     if (first.curve.IsNull()) {
-        ShapeFix_Edge().FixAddPCurve(trace.edge, face, false);
+        ShapeFix_Edge().FixAddPCurve(trace.edge, face, trace.hasAlong && trace.hasAgainst);
         return;
     }
     if (!trace.along.curve.IsNull() && !trace.against.curve.IsNull())

@@ -1,6 +1,7 @@
 #include "structure.h"
 
 #include "label_facts.h"
+#include "pmi.h"
 #include "topology.h"
 
 #include <keld-transl/product/assembly.h>
@@ -54,10 +55,11 @@ void Structure::build(translator_kit::Run & run)
     }
     std::size_t done = 0;
     for (auto const & [definition, part] : m_OpenParts) {
-        fillPart(definition, *part);
+        fillPart(definition, *part, run);
         ++done;
         run.progress(TransferEnd + static_cast<int>(30 * done / m_OpenParts.size()));
     }
+    addPmi(*m_Document.content, m_Entities, m_Attributes, m_Coverage);
     addProducts();
     addHeader(tops);
 }
@@ -107,7 +109,8 @@ void Structure::addChildren(TDF_Label const & definition, transl_tk::Assembly & 
     }
 }
 
-void Structure::fillPart(TDF_Label const & definition, transl_tk::Part & part)
+void Structure::fillPart(TDF_Label const & definition, transl_tk::Part & part,
+                         translator_kit::Run & run)
 {
     auto const shapes = XCAFDoc_DocumentTool::ShapeTool(m_Document.content->Main());
     auto const nameOfShape = [&](TopoDS_Shape const & shape) {
@@ -115,12 +118,17 @@ void Structure::fillPart(TDF_Label const & definition, transl_tk::Part & part)
         return shapes->FindSubShape(definition, shape, label) ? nameOf(label) : std::string();
     };
     Topology topology({nameOfShape, m_Document.entityOf}, m_Coverage);
-    topology.addShape(XCAFDoc_ShapeTool::GetShape(definition), part);
-    addSubShapeFacts(definition, topology);
+    TopoDS_Shape const shape = XCAFDoc_ShapeTool::GetShape(definition);
+    topology.addShape(shape, part);
+    m_Entities.Bind(definition, {{&part}, &part});
+    addSubShapeFacts(definition, part, topology);
     addTolerances(topology);
+    if (m_Facets.wanted())
+        addFacets(shape, part, topology, m_Facets, m_Attributes, run, m_Coverage);
 }
 
-void Structure::addSubShapeFacts(TDF_Label const & definition, Topology const & topology)
+void Structure::addSubShapeFacts(TDF_Label const & definition, transl_tk::Part & part,
+                                 Topology const & topology)
 {
     TDF_LabelSequence labels;
     XCAFDoc_ShapeTool::GetSubShapes(definition, labels);
@@ -140,6 +148,7 @@ void Structure::addSubShapeFacts(TDF_Label const & definition, Topology const & 
         auto const * const found = entities.Seek(shape);
         if (found == nullptr)
             continue;
+        m_Entities.Bind(label, {*found, &part});
         for (transl_tk::Base * const entity : *found)
             addFacts(label, entity, m_Attributes, m_Coverage);
     }

@@ -20,12 +20,15 @@
 #include <Geom_BezierSurface.hxx>
 #include <Geom_ConicalSurface.hxx>
 #include <Geom_CylindricalSurface.hxx>
+#include <Geom_Hyperbola.hxx>
 #include <Geom_OffsetSurface.hxx>
+#include <Geom_Parabola.hxx>
 #include <Geom_Plane.hxx>
 #include <Geom_RectangularTrimmedSurface.hxx>
 #include <Geom_SphericalSurface.hxx>
 #include <Geom_SurfaceOfLinearExtrusion.hxx>
 #include <Geom_SurfaceOfRevolution.hxx>
+#include <Geom_SweptSurface.hxx>
 #include <Geom_ToroidalSurface.hxx>
 #include <Precision.hxx>
 #include <cmath>
@@ -35,12 +38,26 @@ namespace step {
 
 namespace {
 
-struct Bounds
-{
-    explicit Bounds(Geom_Surface const & surface) { surface.Bounds(u1, u2, v1, v2); }
+using Bounds = SurfaceRange;
 
-    double u1 = 0, u2 = 0, v1 = 0, v2 = 0;
-};
+Bounds boundsOf(Geom_Surface const & surface)
+{
+    Bounds bounds;
+    surface.Bounds(bounds.u1, bounds.u2, bounds.v1, bounds.v2);
+    return bounds;
+}
+
+/// The bounds of a swept surface. Where its profile is endless, `given` takes their place.
+Bounds profileBounds(Handle(Geom_Surface) const & surface, SurfaceRange const & given)
+{
+    return isEndless(surface) ? given : boundsOf(*surface);
+}
+
+bool isEndlessConic(Handle(Geom_Curve) const & curve)
+{
+    return !Handle(Geom_Parabola)::DownCast(curve).IsNull() ||
+           !Handle(Geom_Hyperbola)::DownCast(curve).IsNull();
+}
 
 geom::Parameterization uRangeOf(Bounds const & bounds)
 {
@@ -119,7 +136,7 @@ SurfaceResult splineFrom(Geom_BSplineSurface const & surface)
     Knots const u = uKnotsOf(surface);
     Knots const v = vKnotsOf(surface);
     SplineArrays const arrays = arraysOf(surface);
-    Bounds const bounds(surface);
+    Bounds const bounds = boundsOf(surface);
     return {geom::BSplineSurface::create(
         surface.UDegree(), surface.IsUPeriodic(), surface.IsUClosed(), surface.VDegree(),
         surface.IsVPeriodic(), surface.IsVClosed(), u.count(), u.multiplicities.data(),
@@ -128,9 +145,8 @@ SurfaceResult splineFrom(Geom_BSplineSurface const & surface)
         vRangeOf(bounds), geom::Surface::BSpline)};
 }
 
-SurfaceResult revolutionFrom(Geom_SurfaceOfRevolution const & surface)
+SurfaceResult revolutionFrom(Geom_SurfaceOfRevolution const & surface, Bounds const & bounds)
 {
-    Bounds const bounds(surface);
     CurveResult const meridian = makeCurve(surface.BasisCurve(), bounds.v1, bounds.v2);
     if (meridian.curve == nullptr)
         return {};
@@ -143,9 +159,8 @@ SurfaceResult revolutionFrom(Geom_SurfaceOfRevolution const & surface)
     return result;
 }
 
-SurfaceResult extrusionFrom(Geom_SurfaceOfLinearExtrusion const & surface)
+SurfaceResult extrusionFrom(Geom_SurfaceOfLinearExtrusion const & surface, Bounds const & bounds)
 {
-    Bounds const bounds(surface);
     CurveResult const profile = makeCurve(surface.BasisCurve(), bounds.u1, bounds.u2);
     if (profile.curve == nullptr)
         return {};
@@ -164,13 +179,13 @@ std::vector<geom::Surface *> & bases()
     return all;
 }
 
-SurfaceResult offsetFrom(Geom_OffsetSurface const & surface)
+SurfaceResult offsetFrom(Geom_OffsetSurface const & surface, SurfaceRange const & range)
 {
-    SurfaceResult result = makeSurface(surface.BasisSurface());
+    SurfaceResult result = makeSurface(surface.BasisSurface(), range);
     if (result.surface == nullptr)
         return result;
     bases().push_back(result.surface);
-    Bounds const bounds(surface);
+    Bounds const bounds = boundsOf(surface);
     double const distance = result.turned ? -surface.Offset() : surface.Offset();
     result.surface =
         geom::OffsetSurface::create(result.surface, distance, uRangeOf(bounds), vRangeOf(bounds));
@@ -183,7 +198,7 @@ SurfaceResult approximated(Handle(Geom_Surface) const & surface)
 {
     constexpr int Segments = 100;
     constexpr int Degree = 9;
-    Bounds const bounds(*surface);
+    Bounds const bounds = boundsOf(*surface);
     if (Precision::IsInfinite(bounds.u1) || Precision::IsInfinite(bounds.u2) ||
         Precision::IsInfinite(bounds.v1) || Precision::IsInfinite(bounds.v2))
         return {};
@@ -198,7 +213,17 @@ SurfaceResult approximated(Handle(Geom_Surface) const & surface)
 
 } // namespace
 
-SurfaceResult makeSurface(Handle(Geom_Surface) const & given)
+bool isEndless(Handle(Geom_Surface) const & surface)
+{
+    if (auto const trimmed = Handle(Geom_RectangularTrimmedSurface)::DownCast(surface))
+        return isEndless(trimmed->BasisSurface());
+    if (auto const offset = Handle(Geom_OffsetSurface)::DownCast(surface))
+        return isEndless(offset->BasisSurface());
+    auto const swept = Handle(Geom_SweptSurface)::DownCast(surface);
+    return !swept.IsNull() && isEndlessConic(swept->BasisCurve());
+}
+
+SurfaceResult makeSurface(Handle(Geom_Surface) const & given, SurfaceRange const & range)
 {
     Handle(Geom_Surface) surface = given;
     while (auto const trimmed = Handle(Geom_RectangularTrimmedSurface)::DownCast(surface))
@@ -217,11 +242,11 @@ SurfaceResult makeSurface(Handle(Geom_Surface) const & given)
     if (auto const spline = Handle(Geom_BSplineSurface)::DownCast(surface))
         return splineFrom(*spline);
     if (auto const revolution = Handle(Geom_SurfaceOfRevolution)::DownCast(surface))
-        return revolutionFrom(*revolution);
+        return revolutionFrom(*revolution, profileBounds(surface, range));
     if (auto const extrusion = Handle(Geom_SurfaceOfLinearExtrusion)::DownCast(surface))
-        return extrusionFrom(*extrusion);
+        return extrusionFrom(*extrusion, profileBounds(surface, range));
     if (auto const offset = Handle(Geom_OffsetSurface)::DownCast(surface))
-        return offsetFrom(*offset);
+        return offsetFrom(*offset, range);
     if (Handle(Geom_BezierSurface)::DownCast(surface)) {
         SurfaceResult result = splineFrom(*GeomConvert::SurfaceToBSplineSurface(surface));
         result.changed = "Bezier surface as B-spline surface";

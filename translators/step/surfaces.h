@@ -21,9 +21,20 @@ struct SurfaceResult
     std::string changed = {}; ///< what became of what; empty for an exact copy
 };
 
-/// Makes a surface of any kind. The caller owns it. The base of an offset surface, which nobody
-/// owns, stays until the process ends.
-SurfaceResult makeSurface(opencascade::handle<Geom_Surface> const & surface);
+/// The stretch of a surface in both of its parameters.
+struct SurfaceRange
+{
+    double u1 = 0, u2 = 0, v1 = 0, v2 = 0;
+};
+
+/// Whether a surface is swept by a parabola or hyperbola without an end, of which only a stretch
+/// has a form in the toolkit.
+bool isEndless(opencascade::handle<Geom_Surface> const & surface);
+
+/// Makes a surface of any kind. The caller owns it. Of an endless one, the stretch `range`. The
+/// base of an offset surface, which nobody owns, stays until the process ends.
+SurfaceResult makeSurface(opencascade::handle<Geom_Surface> const & surface,
+                          SurfaceRange const & range = {});
 
 } // namespace step
 

@@ -19,6 +19,8 @@
 #include <keld-transl/topology/uv_curve.h>
 #include <keld-transl/topology/vertex.h>
 
+#include <BRepTools.hxx>
+#include <BRep_Builder.hxx>
 #include <BRep_Tool.hxx>
 #include <Geom_Curve.hxx>
 #include <Geom_Surface.hxx>
@@ -27,6 +29,7 @@
 #include <TopExp.hxx>
 #include <TopLoc_Location.hxx>
 #include <TopoDS.hxx>
+#include <TopoDS_Compound.hxx>
 #include <TopoDS_Edge.hxx>
 #include <TopoDS_Face.hxx>
 #include <TopoDS_Iterator.hxx>
@@ -149,13 +152,17 @@ void Topology::addFreeFaces(transl_tk::Part & part)
     if (m_FreeFaces.empty())
         return;
     auto * const body = transl_tk::Body::create(0, part.getName());
+    TopoDS_Compound all;
+    BRep_Builder().MakeCompound(all);
     for (TopoDS_Shape const & face : m_FreeFaces) {
+        BRep_Builder().Add(all, face);
         auto * const shell = transl_tk::Shell::create(0);
         if (auto * const made = faceFrom(TopoDS::Face(face)))
             shell->addFace(made);
         body->addShell(shell);
     }
     part.addBody(body);
+    m_ArrivedBodies.push_back({all, body});
     m_FreeFaces.clear();
 }
 
@@ -364,13 +371,18 @@ Topology::CarriedSurface Topology::surfaceOf(TopoDS_Face const & face)
     }
     gp_Trsf const transform = location.Transformation();
     SurfaceKey const key = {surface.get(), matrixOf(transform)};
+    bool const endless = isEndless(surface);
     auto const known = m_Surfaces.find(key);
-    if (known != m_Surfaces.end())
+    if (!endless && known != m_Surfaces.end())
         return known->second;
 
     if (!isIdentity(transform))
         surface = Handle(Geom_Surface)::DownCast(surface->Transformed(transform));
-    SurfaceResult const made = makeSurface(surface);
+    // Each face on an endless surface has a stretch of its own.
+    SurfaceRange range;
+    if (endless)
+        BRepTools::UVBounds(face, range.u1, range.u2, range.v1, range.v2);
+    SurfaceResult const made = makeSurface(surface, range);
     if (made.surface == nullptr) {
         m_Coverage.lost(HtmlLoggerEntry::Surface, m_Source.entityOf(face),
                         std::string("no form for a ") + surface->DynamicType()->Name());
