@@ -24,8 +24,10 @@
 #include <TopoDS.hxx>
 #include <TopoDS_Edge.hxx>
 #include <TopoDS_Face.hxx>
+#include <fstream>
 #include <gp_Elips.hxx>
 #include <gp_Parab.hxx>
+#include <iterator>
 
 namespace tests {
 
@@ -52,6 +54,12 @@ Handle(Geom_BezierSurface) patch()
 }
 
 } // namespace
+
+std::string contentOf(std::string const & path)
+{
+    std::ifstream stream(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
 
 void writeBrep(TopoDS_Shape const & shape, std::string const & path)
 {

@@ -6,14 +6,17 @@
 
 namespace tests {
 
-/// Files that the tests make with the kernel.
+// Files that the tests make with the kernel.
+
+/// All bytes of the file `path`.
+std::string contentOf(std::string const & path);
 
 void writeBrep(TopoDS_Shape const & shape, std::string const & path);
 
-/// An assembly "rig" of two plates, the second one mirrored in no way but moved and turned, and of
-/// an assembly "pair" that holds two bolts. The plate is red with one green face, and in the layer
-/// "base"; the first instance of "pair" is blue. The file's unit is the inch; a plate is 40 by 30
-/// by 5 millimetres, a bolt has a radius of 3 and a height of 20.
+/// An assembly "rig" of two plates, the second one moved and turned, and of an assembly "pair" that
+/// holds two bolts. The plate is red with one green face, and in the layer "base"; the first
+/// instance of "pair" is blue. The file's unit is the inch; a plate is 40 by 30 by 5 millimetres, a
+/// bolt has a radius of 3 and a height of 20.
 void writeRig(std::string const & path);
 
 /// Solids and sheets with every kind of curve and surface that the kernel has.
@@ -26,8 +29,8 @@ TopoDS_Shape bezierPatch();
 TopoDS_Shape offsetPatch();
 TopoDS_Shape extrudedSpline();
 TopoDS_Shape revolvedSpline();
-TopoDS_Shape mirrored(TopoDS_Shape const & shape);
 TopoDS_Shape ellipticPrism();
+TopoDS_Shape mirrored(TopoDS_Shape const & shape);
 
 } // namespace tests
 

@@ -14,7 +14,7 @@
 #include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <iterator>
+#include <regex>
 
 namespace {
 
@@ -32,6 +32,7 @@ constexpr int Product = 2;
 constexpr int Layer = 3;
 constexpr int InstanceName = 9;
 constexpr int Unit = 10;
+constexpr int Error = 2;
 
 class StepImport : public testing::Test
 {
@@ -176,7 +177,7 @@ TEST_F(StepImport, AFileIsToldByItsContent)
     ReceivedModel const received(m_Files / "rig.igs");
     EXPECT_EQ(8U, received.status());
     EXPECT_THAT(received.log(),
-                HasSubstr("is a STEP file, although it is named like a IGES file."));
+                HasSubstr("is a STEP file, although it is named like an IGES file."));
 }
 
 TEST_F(StepImport, OtherFilesAreRefused)
@@ -192,14 +193,38 @@ TEST_F(StepImport, AnEmptyFileIsAnEmptyModel)
     EXPECT_EQ(3U, received.status());
 }
 
+TEST_F(StepImport, ALostFaceIsSaidWithItsEntity)
+{
+    // The first plane refers to a placement that is not there.
+    std::string text = tests::contentOf(rig());
+    std::smatch plane;
+    ASSERT_TRUE(std::regex_search(text, plane, std::regex("(#[0-9]+) = PLANE\\('',#[0-9]+\\)")));
+    std::string const entity = plane[1];
+    std::string const damaged =
+        std::string(plane.prefix()) + entity + " = PLANE('',#999999)" + std::string(plane.suffix());
+    std::smatch face;
+    ASSERT_TRUE(std::regex_search(
+        text, face, std::regex("(#[0-9]+) = ADVANCED_FACE\\('',\\([^)]*\\)," + entity + ",")));
+
+    ReceivedModel const received(file("damaged.step", damaged));
+    EXPECT_EQ(8U, received.status());
+    EXPECT_EQ(8U, received.counts().faces);
+    EXPECT_THAT(received.entries(Error),
+                Contains(HasSubstr("Face lost: " + std::string(face[1]) + ": ")));
+    EXPECT_THAT(received.entries(Error), Contains(HasSubstr("Surface lost: " + entity + ": ")));
+    EXPECT_THAT(received.entries(0), Contains("Face: 9 in the file, 8 exact, 0 changed, 1 lost"));
+    EXPECT_THAT(received.log(), HasSubstr("2 entities were lost."));
+    EXPECT_THAT(received.log(), Not(HasSubstr("Nothing was lost.")));
+}
+
 TEST_F(StepImport, AFileThatIsCutFailsWithASentence)
 {
     std::string const path = rig();
-    std::ifstream stream(path, std::ios::binary);
-    std::string const whole{std::istreambuf_iterator<char>(stream), {}};
-    ReceivedModel const received(file("cut.step", whole.substr(0, 300)));
-    EXPECT_NE(8U, received.status());
-    EXPECT_THAT(received.log(), HasSubstr("cut.step"));
+    std::string const whole = tests::contentOf(path);
+    ReceivedModel const received(file("cut.step", whole.substr(0, whole.size() / 2)));
+    EXPECT_EQ(0U, received.status());
+    EXPECT_THAT(received.log(),
+                HasSubstr("cut.step is cut or damaged: it could not be read as a STEP file."));
 }
 
 } // namespace

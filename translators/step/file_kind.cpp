@@ -32,6 +32,11 @@ bool isIges(std::string_view head)
     return number == "1";
 }
 
+std::string withArticle(std::string const & name)
+{
+    return (name == "IGES" ? "an " : "a ") + name;
+}
+
 bool contains(std::string_view head, std::string_view words)
 {
     return head.find(words) != head.npos;
@@ -76,8 +81,8 @@ std::string disagreement(std::string const & path, FileKind kind)
                                                                                 : "";
     if (expected.empty() || expected == nameOf(kind))
         return {};
-    return path + " is a " + nameOf(kind) + " file, although it is named like a " + expected +
-           " file.";
+    return path + " is " + withArticle(nameOf(kind)) + " file, although it is named like " +
+           withArticle(expected) + " file.";
 }
 
 } // namespace step

@@ -7,9 +7,16 @@
 #include <StepBasic_ProductDefinition.hxx>
 #include <StepBasic_ProductDefinitionFormation.hxx>
 #include <StepData_StepModel.hxx>
+#include <StepGeom_Curve.hxx>
+#include <StepGeom_Surface.hxx>
+#include <StepShape_ConnectedFaceSet.hxx>
+#include <StepShape_Edge.hxx>
+#include <StepShape_FaceBound.hxx>
 #include <StepShape_FaceSurface.hxx>
+#include <StepShape_Loop.hxx>
 #include <StepShape_ManifoldSolidBrep.hxx>
 #include <StepShape_ShellBasedSurfaceModel.hxx>
+#include <StepShape_Vertex.hxx>
 #include <TColStd_SequenceOfAsciiString.hxx>
 #include <TCollection_HAsciiString.hxx>
 #include <TopoDS_Shape.hxx>
@@ -127,6 +134,19 @@ Kind kindOf(Handle(Standard_Transient) const & entity)
     if (entity->IsKind(STANDARD_TYPE(StepShape_ManifoldSolidBrep)) ||
         entity->IsKind(STANDARD_TYPE(StepShape_ShellBasedSurfaceModel)))
         return HtmlLoggerEntry::Body;
+    if (entity->IsKind(STANDARD_TYPE(StepShape_ConnectedFaceSet)))
+        return HtmlLoggerEntry::Shell;
+    if (entity->IsKind(STANDARD_TYPE(StepShape_FaceBound)) ||
+        entity->IsKind(STANDARD_TYPE(StepShape_Loop)))
+        return HtmlLoggerEntry::Loop;
+    if (entity->IsKind(STANDARD_TYPE(StepShape_Edge)))
+        return HtmlLoggerEntry::Edge;
+    if (entity->IsKind(STANDARD_TYPE(StepShape_Vertex)))
+        return HtmlLoggerEntry::Vertex;
+    if (entity->IsKind(STANDARD_TYPE(StepGeom_Surface)))
+        return HtmlLoggerEntry::Surface;
+    if (entity->IsKind(STANDARD_TYPE(StepGeom_Curve)))
+        return HtmlLoggerEntry::Curve;
     return HtmlLoggerEntry::Object;
 }
 
@@ -138,7 +158,8 @@ void gatherLoss(Handle(StepData_StepModel) const & model, Handle(Standard_Transi
     auto const binder = process->Find(entity);
     bool const arrived = !binder.IsNull() && binder->HasResult();
     bool const failed = !binder.IsNull() && binder->Check()->HasFailed();
-    if (arrived || (!failed && kind == HtmlLoggerEntry::Object))
+    bool const mustArrive = kind == HtmlLoggerEntry::Face || kind == HtmlLoggerEntry::Body;
+    if (arrived || (!failed && !mustArrive))
         return;
     coverage.lost(kind, textOf(model->StringLabel(entity)),
                   failed ? binder->Check()->CFail(1)

@@ -46,6 +46,7 @@ public:
 private:
     transl_tk::Component * componentFor(TDF_Label const & definition);
     void addChildren(TDF_Label const & definition, transl_tk::Assembly & assembly);
+    void noteOccurrenceColours(TDF_Label const & place);
     void fillPart(TDF_Label const & definition, transl_tk::Part & part, translator_kit::Run & run);
     void addSubShapeFacts(TDF_Label const & definition, transl_tk::Part & part,
                           Topology const & topology);
