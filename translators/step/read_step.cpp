@@ -9,6 +9,7 @@
 #include <STEPCAFControl_Controller.hxx>
 #include <STEPCAFControl_Reader.hxx>
 #include <Standard_Failure.hxx>
+#include <StepData_StepModel.hxx>
 
 namespace step {
 
@@ -42,6 +43,16 @@ void parse(STEPCAFControl_Reader & reader, std::string const & path, Run & run)
                       path + " is cut or damaged: it could not be read as a STEP file.");
 }
 
+/// Whether the kernel could load every entity with all that it refers to.
+bool isWhole(StepData_StepModel const & model)
+{
+    for (int i = 1; i <= model.NbEntities(); ++i) {
+        if (model.IsReportEntity(i))
+            return false;
+    }
+    return true;
+}
+
 std::string wordsOf(Standard_Failure const & failure)
 {
     return std::string(failure.DynamicType()->Name()) + " " + failure.GetMessageString();
@@ -55,12 +66,14 @@ Document readStep(std::string const & path, Run & run, Coverage & coverage)
 
     STEPCAFControl_Controller::Init();
     Interface_Static::SetCVal("xstep.cascade.unit", "MM");
-    Interface_Static::SetIVal("read.stepcaf.subshapes.name", 1);
     for (Demand const level : {Demand::All, Demand::WithoutTolerances, Demand::ShapesOnly}) {
         // A reader that has failed is of no use any more.
         STEPCAFControl_Reader reader;
         demand(reader, level);
         parse(reader, path, run);
+        // The kernel falls over named shapes that refer to what is not in the file.
+        Interface_Static::SetIVal("read.stepcaf.subshapes.name",
+                                  isWhole(*reader.Reader().StepModel()) ? 1 : 0);
         run.progress(TransferStart);
         Document result;
         result.content = newDocument();
