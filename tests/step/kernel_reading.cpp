@@ -85,7 +85,7 @@ Measures measuresOf(TopoDS_Shape const & shape)
     constexpr double Error = 1e-8;
     BRepGProp::VolumeProperties(shape, volume, Error);
     BRepGProp::SurfaceProperties(shape, area, Error);
-    return {volume.Mass(), area.Mass()};
+    return {volume.Mass(), area.Mass(), area.CentreOfMass()};
 }
 
 KernelReading readByKernel(std::string const & path)

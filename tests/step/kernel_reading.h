@@ -2,6 +2,7 @@
 #define KELD_TESTS_STEP_KERNEL_READING_H
 
 #include <TopoDS_Shape.hxx>
+#include <gp_Pnt.hxx>
 #include <map>
 #include <set>
 #include <string>
@@ -21,11 +22,12 @@ struct Counts
 
 void PrintTo(Counts const & counts, std::ostream * stream);
 
-/// Volume and area of a shape with all its places.
+/// Volume, area and centre of a shape with all its places.
 struct Measures
 {
     double volume = 0;
     double area = 0;
+    gp_Pnt centre; ///< of the area
 };
 
 Measures measuresOf(TopoDS_Shape const & shape);

@@ -13,6 +13,7 @@
 #include <BRepPrimAPI_MakeSphere.hxx>
 #include <BRepPrimAPI_MakeTorus.hxx>
 #include <BRepTools.hxx>
+#include <BRep_Builder.hxx>
 #include <GC_MakeArcOfParabola.hxx>
 #include <GeomAPI_PointsToBSpline.hxx>
 #include <Geom_BSplineCurve.hxx>
@@ -22,8 +23,10 @@
 #include <TColgp_Array1OfPnt.hxx>
 #include <TColgp_Array2OfPnt.hxx>
 #include <TopoDS.hxx>
+#include <TopoDS_Compound.hxx>
 #include <TopoDS_Edge.hxx>
 #include <TopoDS_Face.hxx>
+#include <TopoDS_Vertex.hxx>
 #include <fstream>
 #include <gp_Elips.hxx>
 #include <gp_Parab.hxx>
@@ -106,6 +109,18 @@ TopoDS_Shape ellipticPrism()
     TopoDS_Edge const edge = BRepBuilderAPI_MakeEdge(ellipse).Edge();
     TopoDS_Face const face = BRepBuilderAPI_MakeFace(BRepBuilderAPI_MakeWire(edge).Wire()).Face();
     return BRepPrimAPI_MakePrism(face, gp_Vec(0, 0, 4)).Shape();
+}
+
+TopoDS_Shape edgeAndPoint()
+{
+    TopoDS_Compound compound;
+    BRep_Builder builder;
+    builder.MakeCompound(compound);
+    builder.Add(compound, BRepBuilderAPI_MakeEdge(gp_Pnt(0, 0, 0), gp_Pnt(1, 2, 3)).Edge());
+    TopoDS_Vertex vertex;
+    builder.MakeVertex(vertex, {4, 5, 6}, Precision::Confusion());
+    builder.Add(compound, vertex);
+    return compound;
 }
 
 TopoDS_Shape bezierPatch()

@@ -30,6 +30,8 @@ TopoDS_Shape offsetPatch();
 TopoDS_Shape extrudedSpline();
 TopoDS_Shape revolvedSpline();
 TopoDS_Shape ellipticPrism();
+/// Neither of them belongs to a face.
+TopoDS_Shape edgeAndPoint();
 TopoDS_Shape mirrored(TopoDS_Shape const & shape);
 
 } // namespace tests

@@ -61,6 +61,8 @@ TEST_P(StepSamples, ArriveAsTheKernelReadsThem)
     EXPECT_THAT(faults, IsEmpty());
     expectNear(expected.measures.volume, measures.volume, "volume");
     expectNear(expected.measures.area, measures.area, "area");
+    EXPECT_LT(expected.measures.centre.Distance(measures.centre),
+              1e-6 * std::sqrt(expected.measures.area));
 }
 
 class StepSampleFacts : public StepSamples

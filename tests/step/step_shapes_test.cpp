@@ -52,6 +52,7 @@ protected:
         Measures const expected = tests::measuresOf(shape);
         EXPECT_NEAR(expected.volume, measures.volume, 1e-6 * std::abs(expected.volume));
         EXPECT_NEAR(expected.area, measures.area, 1e-6 * expected.area);
+        EXPECT_LE(expected.centre.Distance(measures.centre), 1e-6 * std::sqrt(expected.area));
     }
 
     tests::LeftoverGuard m_Guard;
@@ -200,6 +201,16 @@ TEST_F(StepShapes, LeftHandedTorusTurnsItsSecondParameter)
 {
     send(tests::mirrored(tests::torus()), [](ReceivedModel const & received) {
         EXPECT_THAT(received.entries(Warning), Contains(HasSubstr("1 left-handed torus")));
+    });
+}
+
+TEST_F(StepShapes, EdgesAndPointsBesideFacesBelongToThePart)
+{
+    send(tests::edgeAndPoint(), [](ReceivedModel const & received) {
+        EXPECT_EQ(1U, received.model().m_Edges.m_Entities.size());
+        EXPECT_EQ(2U, received.model().m_Vertices.m_Entities.size());
+        EXPECT_EQ(1U, received.model().m_Points.m_Entities.size());
+        EXPECT_EQ(0U, received.model().m_Bodies.m_Entities.size());
     });
 }
 
