@@ -35,6 +35,10 @@ expected_other_files() {
 ./bin/keld_xyz_linux_x86_64
 ./share/doc/keld-transl/LICENSE
 END
+    # Where its library is there, the translator for STEP is there, too.
+    if [ -e "$KELD_PREFIX/bin/keld_step.sh" ]; then
+        printf '%s\n' ./bin/keld_step.sh ./bin/keld_step_linux_x86_64
+    fi
 }
 
 diff -u --label expected --label installed <(expected_headers | sort) \

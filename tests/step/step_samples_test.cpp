@@ -1,0 +1,135 @@
+// Files that other programs wrote. They do not belong to the project: the tests are skipped where
+// the folder is not there. What arrives is compared with what the kernel itself reads.
+#include "step/kernel_reading.h"
+#include "step/received_model.h"
+#include "support/leftovers.h"
+
+#include <keld-transl/attributes/annotation.h>
+
+#include <cmath>
+#include <cstdlib>
+#include <filesystem>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace {
+
+using testing::HasSubstr;
+using testing::IsEmpty;
+using tests::KernelReading;
+using tests::LeftoverGuard;
+using tests::Measures;
+using tests::ReceivedModel;
+
+std::filesystem::path sampleFolder()
+{
+    char const * const folder = std::getenv("KELD_CAD_DATA");
+    return folder ? folder : KELD_TEST_SAMPLES;
+}
+
+class StepSamples : public testing::TestWithParam<char const *>
+{
+protected:
+    void SetUp() override
+    {
+        if (!std::filesystem::is_directory(sampleFolder()))
+            GTEST_SKIP() << "There is no folder " << sampleFolder()
+                         << " with files of other programs; KELD_CAD_DATA may name one.";
+    }
+
+    std::string path() const { return sampleFolder() / GetParam(); }
+};
+
+void expectNear(double expected, double actual, char const * what)
+{
+    EXPECT_NEAR(expected, actual, 1e-6 * std::abs(expected)) << what;
+}
+
+TEST_P(StepSamples, ArriveAsTheKernelReadsThem)
+{
+    LeftoverGuard const guard;
+    ReceivedModel const received(path());
+    ASSERT_EQ(8U, received.status()) << received.log();
+    KernelReading const expected = tests::readByKernel(path());
+    EXPECT_EQ(expected.counts, received.counts());
+    if (!expected.productNames.empty()) {
+        EXPECT_EQ(expected.productNames, received.productNames());
+    }
+
+    std::vector<std::string> faults;
+    Measures const measures = tests::measuresOf(received.rebuilt(faults));
+    EXPECT_THAT(faults, IsEmpty());
+    expectNear(expected.measures.volume, measures.volume, "volume");
+    expectNear(expected.measures.area, measures.area, "area");
+    EXPECT_LT(expected.measures.centre.Distance(measures.centre),
+              1e-6 * std::sqrt(expected.measures.area));
+}
+
+class StepSampleFacts : public StepSamples
+{};
+
+TEST_P(StepSampleFacts, NothingIsLost)
+{
+    LeftoverGuard const guard;
+    ReceivedModel const received(path());
+    EXPECT_THAT(received.entries(2), IsEmpty());
+    EXPECT_THAT(received.log(), HasSubstr("Nothing was lost."));
+}
+
+class StepSample : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        if (!std::filesystem::is_directory(sampleFolder()))
+            GTEST_SKIP() << "There is no folder " << sampleFolder()
+                         << " with files of other programs; KELD_CAD_DATA may name one.";
+    }
+};
+
+TEST_F(StepSample, DimensionsTolerancesAndDatumsArrive)
+{
+    LeftoverGuard const guard;
+    ReceivedModel const received(sampleFolder() / "nist_ctc_01_asme1_ap242-e1.stp");
+    std::map<int, int> kinds;
+    received.model().m_Annotations.m_Entities.forEach([&](int, transl_tk::Base * entity) {
+        ++kinds[static_cast<transl_tk::Annotation *>(entity)->getFirstNumber()];
+    });
+    constexpr int Dimension = 11;
+    constexpr int Tolerance = 12;
+    constexpr int Datum = 13;
+    EXPECT_EQ((std::map<int, int>{{Dimension, 12}, {Tolerance, 6}, {Datum, 11}}), kinds);
+    EXPECT_THAT(received.attributes(Dimension), testing::Contains(HasSubstr("diameter ")));
+    EXPECT_THAT(received.attributes(Datum), testing::Contains("datum A"));
+}
+
+TEST_F(StepSample, ColoursOfTwoRootsArrive)
+{
+    LeftoverGuard const guard;
+    ReceivedModel const received(sampleFolder() / "red_cube_blue_cylinder.step");
+    constexpr int Colour = 1;
+    EXPECT_THAT(received.attributes(Colour),
+                testing::IsSupersetOf({HasSubstr(" 221 82 40 100"), HasSubstr(" 59 97 180 100")}));
+}
+
+std::string testName(testing::TestParamInfo<char const *> const & file)
+{
+    std::string name = file.param;
+    for (char & letter : name) {
+        if (std::isalnum(static_cast<unsigned char>(letter)) == 0)
+            letter = '_';
+    }
+    return name;
+}
+
+auto const Files =
+    testing::Values("nist_ctc_01_asme1_ap242-e1.stp", "o3dv_as1_pe_203.stp", "o3dv_as1_pe_203.igs",
+                    "o3dv_as1_pe_203.brep", "dm1-id-214.stp", "abstract_pca.step",
+                    "red_cube_blue_cylinder.step", "M6-1x12-countersunk-screw.step",
+                    "transmission_pulley_at3_t10_center.step", "13_5_hinge_R_assy.stp",
+                    "cube_hole.step", "mayo_cube.step", "mayo_cube.iges", "mayo_cube.brep");
+
+INSTANTIATE_TEST_SUITE_P(Files, StepSamples, Files, testName);
+INSTANTIATE_TEST_SUITE_P(Files, StepSampleFacts, Files, testName);
+
+} // namespace

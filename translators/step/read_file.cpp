@@ -1,0 +1,56 @@
+#include "read_file.h"
+
+#include "coverage.h"
+#include "document.h"
+#include "file_kind.h"
+#include "kernel_messages.h"
+#include "structure.h"
+
+#include <keld-translator-kit/translator.h>
+
+#include <Standard_Failure.hxx>
+#include <filesystem>
+
+namespace step {
+
+namespace {
+
+using translator_kit::Failure;
+using translator_kit::Reason;
+using translator_kit::Run;
+
+void read(std::string const & path, Run & run)
+{
+    run.progress(0);
+    FileKind const kind = fileKindOf(path);
+    std::string const words = disagreement(path, kind);
+    if (!words.empty())
+        run.warning(words);
+    Coverage coverage;
+    Document const document = readDocument(path, kind, run, coverage);
+    FacetSettings const facets(run.options());
+    Structure(document, std::filesystem::path(path).stem(), facets, coverage).build(run);
+    coverage.report(run);
+    run.progress(100);
+}
+
+} // namespace
+
+void readFile(std::string const & path, Run & run)
+{
+    KernelMessages messages;
+    try {
+        read(path, run);
+        messages.tell(run);
+    } catch (Standard_Failure const & failure) {
+        messages.tell(run);
+        throw Failure(Reason::Failed,
+                      path + " made the kernel fail: " + failure.DynamicType()->Name() + " " +
+                          failure.GetMessageString() + ".");
+    } catch (Failure const &) {
+        messages.tell(run);
+        throw;
+    }
+}
+
+} // namespace step

@@ -1,0 +1,190 @@
+#include "step_facts.h"
+
+#include <APIHeaderSection_MakeHeader.hxx>
+#include <Interface_Check.hxx>
+#include <STEPControl_Reader.hxx>
+#include <StepBasic_Product.hxx>
+#include <StepBasic_ProductDefinition.hxx>
+#include <StepBasic_ProductDefinitionFormation.hxx>
+#include <StepData_StepModel.hxx>
+#include <StepGeom_Curve.hxx>
+#include <StepGeom_Surface.hxx>
+#include <StepShape_ConnectedFaceSet.hxx>
+#include <StepShape_Edge.hxx>
+#include <StepShape_FaceBound.hxx>
+#include <StepShape_FaceSurface.hxx>
+#include <StepShape_Loop.hxx>
+#include <StepShape_ManifoldSolidBrep.hxx>
+#include <StepShape_ShellBasedSurfaceModel.hxx>
+#include <StepShape_Vertex.hxx>
+#include <TColStd_SequenceOfAsciiString.hxx>
+#include <TCollection_HAsciiString.hxx>
+#include <TopoDS_Shape.hxx>
+#include <TransferBRep.hxx>
+#include <Transfer_Binder.hxx>
+#include <Transfer_TransientProcess.hxx>
+#include <XCAFDoc_DocumentTool.hxx>
+#include <XCAFDoc_ShapeTool.hxx>
+#include <XSControl_TransferReader.hxx>
+#include <XSControl_WorkSession.hxx>
+#include <algorithm>
+
+namespace step {
+
+namespace {
+
+using transl_tk::HtmlLoggerEntry;
+using transl_tk::Units;
+
+std::string textOf(Handle(TCollection_HAsciiString) const & text)
+{
+    return text.IsNull() ? std::string() : text->ToCString();
+}
+
+Units::LengthType lengthUnitOf(std::string name)
+{
+    constexpr struct
+    {
+        char const * name;
+        Units::LengthType unit;
+    } Names[] = {
+        {"millimetre", Units::Millimetre},
+        {"metre", Units::Metre},
+        {"inch", Units::Inch},
+        {"foot", Units::Foot},
+        {"feet", Units::Foot},
+        {"mile", Units::Mile},
+        {"kilometre", Units::Kilometre},
+        {"micrometre", Units::Micrometre},
+        {"centimetre", Units::Centimetre},
+        {"micron", Units::Micron},
+        {"decimetre", Units::Decimetre},
+        {"yard", Units::Yard},
+        {"angstrom", Units::Angstrom},
+        {"nanometre", Units::Nanometre},
+    };
+    std::transform(name.begin(), name.end(), name.begin(), [](unsigned char c) {
+        return static_cast<char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
+    });
+    for (auto const & known : Names) {
+        if (name == known.name)
+            return known.unit;
+    }
+    return Units::Millimetre;
+}
+
+void gatherUnit(STEPControl_Reader & reader, Document & document)
+{
+    TColStd_SequenceOfAsciiString lengths;
+    TColStd_SequenceOfAsciiString angles;
+    TColStd_SequenceOfAsciiString solidAngles;
+    reader.FileUnits(lengths, angles, solidAngles);
+    if (lengths.IsEmpty())
+        return;
+    document.unitName = lengths.First().ToCString();
+    document.lengthUnit = lengthUnitOf(document.unitName);
+}
+
+void gatherHeader(Handle(StepData_StepModel) const & model, Document & document)
+{
+    APIHeaderSection_MakeHeader const header(model);
+    auto const add = [&](char const * name, std::string const & text) {
+        if (!text.empty())
+            document.header.emplace_back(name, text);
+    };
+    if (header.HasFn()) {
+        add("file_name", textOf(header.Name()));
+        add("time_stamp", textOf(header.TimeStamp()));
+        for (int i = 1; i <= header.NbAuthor(); ++i)
+            add("author", textOf(header.AuthorValue(i)));
+        for (int i = 1; i <= header.NbOrganization(); ++i)
+            add("organization", textOf(header.OrganizationValue(i)));
+        add("preprocessor_version", textOf(header.PreprocessorVersion()));
+        add("originating_system", textOf(header.OriginatingSystem()));
+        add("authorisation", textOf(header.Authorisation()));
+    }
+    if (header.HasFd()) {
+        for (int i = 1; i <= header.NbDescription(); ++i)
+            add("description", textOf(header.DescriptionValue(i)));
+    }
+    if (header.HasFs()) {
+        for (int i = 1; i <= header.NbSchemaIdentifiers(); ++i)
+            add("schema", textOf(header.SchemaIdentifiersValue(i)));
+    }
+}
+
+void gatherProduct(Handle(StepBasic_ProductDefinition) const & definition,
+                   Handle(Transfer_TransientProcess) const & process, Document & document)
+{
+    auto const shapes = XCAFDoc_DocumentTool::ShapeTool(document.content->Main());
+    TopoDS_Shape const shape = TransferBRep::ShapeResult(process, definition);
+    if (shape.IsNull() || definition->Formation().IsNull() ||
+        definition->Formation()->OfProduct().IsNull())
+        return;
+    TDF_Label const label = shapes->FindShape(shape);
+    auto const product = definition->Formation()->OfProduct();
+    if (!label.IsNull())
+        document.products.push_back({label, textOf(product->Id()), textOf(product->Description())});
+}
+
+Kind kindOf(Handle(Standard_Transient) const & entity)
+{
+    if (entity->IsKind(STANDARD_TYPE(StepShape_FaceSurface)))
+        return HtmlLoggerEntry::Face;
+    if (entity->IsKind(STANDARD_TYPE(StepShape_ManifoldSolidBrep)) ||
+        entity->IsKind(STANDARD_TYPE(StepShape_ShellBasedSurfaceModel)))
+        return HtmlLoggerEntry::Body;
+    if (entity->IsKind(STANDARD_TYPE(StepShape_ConnectedFaceSet)))
+        return HtmlLoggerEntry::Shell;
+    if (entity->IsKind(STANDARD_TYPE(StepShape_FaceBound)) ||
+        entity->IsKind(STANDARD_TYPE(StepShape_Loop)))
+        return HtmlLoggerEntry::Loop;
+    if (entity->IsKind(STANDARD_TYPE(StepShape_Edge)))
+        return HtmlLoggerEntry::Edge;
+    if (entity->IsKind(STANDARD_TYPE(StepShape_Vertex)))
+        return HtmlLoggerEntry::Vertex;
+    if (entity->IsKind(STANDARD_TYPE(StepGeom_Surface)))
+        return HtmlLoggerEntry::Surface;
+    if (entity->IsKind(STANDARD_TYPE(StepGeom_Curve)))
+        return HtmlLoggerEntry::Curve;
+    return HtmlLoggerEntry::Object;
+}
+
+/// What the kernel was asked to read and gave nothing for.
+void gatherLoss(Handle(StepData_StepModel) const & model, Handle(Standard_Transient) const & entity,
+                Handle(Transfer_TransientProcess) const & process, Coverage & coverage)
+{
+    Kind const kind = kindOf(entity);
+    auto const binder = process->Find(entity);
+    bool const arrived = !binder.IsNull() && binder->HasResult();
+    bool const failed = !binder.IsNull() && binder->Check()->HasFailed();
+    bool const mustArrive = kind == HtmlLoggerEntry::Face || kind == HtmlLoggerEntry::Body;
+    if (arrived || (!failed && !mustArrive))
+        return;
+    coverage.lost(kind, textOf(model->StringLabel(entity)),
+                  failed ? binder->Check()->CFail(1)
+                         : "the kernel made nothing of it, or nothing in the file uses it");
+}
+
+} // namespace
+
+void gatherFacts(STEPControl_Reader & reader, Document & document, Coverage & coverage)
+{
+    gatherUnit(reader, document);
+    auto const model = reader.StepModel();
+    gatherHeader(model, document);
+    auto const transfer = reader.WS()->TransferReader();
+    auto const process = transfer->TransientProcess();
+    for (int i = 1; i <= model->NbEntities(); ++i) {
+        auto const entity = model->Value(i);
+        gatherLoss(model, entity, process, coverage);
+        if (auto const definition = Handle(StepBasic_ProductDefinition)::DownCast(entity))
+            gatherProduct(definition, process, document);
+    }
+    document.entityOf = [transfer, model](TopoDS_Shape const & shape) {
+        auto const entity = transfer->EntityFromShapeResult(shape, 1);
+        return entity.IsNull() ? std::string() : textOf(model->StringLabel(entity));
+    };
+}
+
+} // namespace step

@@ -1,0 +1,16 @@
+#ifndef KELD_STEP_STEP_FACTS_H
+#define KELD_STEP_STEP_FACTS_H
+
+#include "document.h"
+
+class STEPControl_Reader;
+
+namespace step {
+
+/// Fills in what a STEP file says beside its shapes: units, header, products, and which entity a
+/// shape came from. Faces, shells and solids that the kernel could not read are counted as lost.
+void gatherFacts(STEPControl_Reader & reader, Document & document, Coverage & coverage);
+
+} // namespace step
+
+#endif

@@ -1,0 +1,34 @@
+#ifndef KELD_STEP_TRANSFER_PROGRESS_H
+#define KELD_STEP_TRANSFER_PROGRESS_H
+
+#include <Message_ProgressIndicator.hxx>
+
+namespace translator_kit {
+class Run;
+}
+
+namespace step {
+
+/// Shows the host how far the kernel is with a step of the work, which lies between two
+/// percentages of the whole.
+class TransferProgress : public Message_ProgressIndicator
+{
+    DEFINE_STANDARD_RTTI_INLINE(TransferProgress, Message_ProgressIndicator)
+
+public:
+    TransferProgress(translator_kit::Run & run, int start, int end)
+        : m_Run(run), m_Start(start), m_End(end)
+    {}
+
+protected:
+    void Show(Message_ProgressScope const & scope, Standard_Boolean force) override;
+
+private:
+    translator_kit::Run & m_Run;
+    int m_Start;
+    int m_End;
+};
+
+} // namespace step
+
+#endif
