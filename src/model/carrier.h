@@ -15,8 +15,9 @@ template <class Proxy, class... Arguments>
 Proxy * createCarrier(EntityStore SubPool::*store, int id, Arguments &&... arguments)
 {
     Proxy * const carrier = createEntity<Proxy>(store, id, std::forward<Arguments>(arguments)...);
-    if (carrier != nullptr)
-        startUnused(CurrentSubPool::get()->*store, carrier->getId());
+    SubPool * const subPool = CurrentSubPool::get();
+    if (carrier != nullptr && subPool != nullptr)
+        startUnused(subPool->*store, carrier->getId());
     return carrier;
 }
 
@@ -31,11 +32,14 @@ public:
     CarrierLink() = default;
 
     /// A reference of `user`, which becomes one of the carrier's users.
-    CarrierLink(Carrier * carrier, Base * user)
-        : m_Carrier(carrier), m_Id(carrier != nullptr ? carrier->getId() : 0),
-          m_Generation(carrier != nullptr ? addUser(CurrentSubPool::get()->*Store, carrier, user)
-                                          : 0)
-    {}
+    CarrierLink(Carrier * carrier, Base * user) : m_Carrier(carrier)
+    {
+        SubPool * const subPool = CurrentSubPool::get();
+        if (carrier == nullptr || subPool == nullptr)
+            return;
+        m_Id = carrier->getId();
+        m_Generation = addUser(subPool->*Store, carrier, user);
+    }
 
     /// The carrier as it was given, dead or alive.
     Carrier * get() const { return m_Carrier; }

@@ -80,7 +80,7 @@ void HierarchyList::closeGaps() noexcept
 /// Makes sure that one more entry finds a free slot.
 void HierarchyList::makeRoomInIndex()
 {
-    std::size_t const most = m_Slots / 4 * 3;
+    std::size_t const most = std::size_t{m_Slots} / 4 * 3;
     if (m_Index ? m_Taken < most : m_Entries.size() < LongestWithoutIndex)
         return;
     std::size_t const wanted = std::bit_ceil((static_cast<std::size_t>(m_Size) + 1) * 3 / 2);

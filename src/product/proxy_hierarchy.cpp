@@ -4,6 +4,9 @@
 
 #include <keld-transl/product/part.h>
 
+#include <algorithm>
+#include <bit>
+#include <cstdint>
 #include <cstring>
 
 namespace transl_tk {
@@ -25,7 +28,10 @@ void ProxyHierarchy::copyTransform(double * transform) const
 void ProxyHierarchy::keepTransform(double const * transform)
 {
     // Bits, not numbers, are compared: a negative zero is to come out again as one.
-    if (std::memcmp(transform, identity.data(), sizeof(identity)) == 0) {
+    auto const sameBits = [](double a, double b) {
+        return std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b);
+    };
+    if (std::equal(identity.begin(), identity.end(), transform, sameBits)) {
         m_Transform.reset();
         return;
     }

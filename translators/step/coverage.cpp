@@ -54,7 +54,8 @@ void Coverage::report(Run & run) const
                  std::to_string(counts.changed) + " changed, " + std::to_string(lostOnes) +
                  " lost");
         for (auto const & [how, count] : counts.forms) {
-            std::string const words = name + ": " + std::to_string(count) + " " + how;
+            std::string words = name;
+            words.append(": ").append(std::to_string(count)).append(" ").append(how);
             tell(run, kind, Warning, words);
             run.message(words);
         }

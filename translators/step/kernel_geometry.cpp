@@ -67,7 +67,7 @@ TColgp_Array1OfPnt polesOf(std::vector<double> const & points)
 {
     TColgp_Array1OfPnt poles(1, static_cast<int>(points.size() / 3));
     for (int i = 0; i < poles.Length(); ++i) {
-        auto const * const point = points.data() + 3 * i;
+        auto const * const point = points.data() + std::ptrdiff_t{3} * i;
         poles.SetValue(i + 1, {point[0], point[1], point[2]});
     }
     return poles;
