@@ -1,5 +1,6 @@
 #include "model_json.h"
 
+#include "entity_kinds.h"
 #include "model_summary.h"
 #include "parameter_json.h"
 #include "product_tree.h"
@@ -27,7 +28,6 @@ using nlohmann::ordered_json;
 using transl_tk::Annotation;
 using transl_tk::Attribute;
 using transl_tk::Component;
-using transl_tk::EntityStore;
 using transl_tk::Hierarchy;
 using transl_tk::Part;
 using transl_tk::SubPool;
@@ -36,34 +36,11 @@ namespace {
 
 constexpr int FormatVersion = 1;
 
-constexpr struct
-{
-    char const * key;
-    EntityStore SubPool::*store;
-} Stores[] = {
-    {"points", &SubPool::m_Points},
-    {"curves", &SubPool::m_Curves3D},
-    {"uvCurves", &SubPool::m_UVCurves},
-    {"surfaces", &SubPool::m_Surfaces},
-    {"vertices", &SubPool::m_Vertices},
-    {"edges", &SubPool::m_Edges},
-    {"fins", &SubPool::m_Fins},
-    {"loops", &SubPool::m_Loops},
-    {"faces", &SubPool::m_Faces},
-    {"shells", &SubPool::m_Shells},
-    {"bodies", &SubPool::m_Bodies},
-    {"products", &SubPool::m_Hierarchies},
-    {"triStrips", &SubPool::m_TriStrips},
-    {"spotWelds", &SubPool::m_SpotWelds},
-    {"cartesianCoords", &SubPool::m_CartesianCoords},
-    {"annotations", &SubPool::m_Annotations},
-};
-
 ordered_json countsJson(SubPool const & model)
 {
     ordered_json counts = ordered_json::object();
-    for (auto const & [key, store] : Stores)
-        counts[key] = (model.*store).m_Entities.size();
+    for (EntityKindRow const & kind : EntityKinds)
+        counts[kind.key] = (model.*kind.store).m_Entities.size();
     counts["attributes"] = model.m_Attributes.size();
     return counts;
 }

@@ -1,5 +1,6 @@
 #include "model_summary.h"
 
+#include "entity_kinds.h"
 #include "facet_summary.h"
 #include "numbers.h"
 #include "safe_text.h"
@@ -21,29 +22,6 @@ namespace {
 
 using transl_tk::EntityStore;
 using transl_tk::SubPool;
-
-constexpr struct
-{
-    char const * name;
-    EntityStore SubPool::*store;
-} Kinds[] = {
-    {"points", &SubPool::m_Points},
-    {"3D curves", &SubPool::m_Curves3D},
-    {"UV curves", &SubPool::m_UVCurves},
-    {"surfaces", &SubPool::m_Surfaces},
-    {"vertices", &SubPool::m_Vertices},
-    {"edges", &SubPool::m_Edges},
-    {"fins", &SubPool::m_Fins},
-    {"loops", &SubPool::m_Loops},
-    {"faces", &SubPool::m_Faces},
-    {"shells", &SubPool::m_Shells},
-    {"bodies", &SubPool::m_Bodies},
-    {"product structure", &SubPool::m_Hierarchies},
-    {"facets", &SubPool::m_TriStrips},
-    {"spot welds", &SubPool::m_SpotWelds},
-    {"coordinate systems", &SubPool::m_CartesianCoords},
-    {"annotations", &SubPool::m_Annotations},
-};
 
 struct ShapeKind
 {
@@ -162,7 +140,7 @@ Box boxAroundPoints(SubPool const & model)
 void printSummary(SubPool const & model)
 {
     bool empty = true;
-    for (auto const & kind : Kinds) {
+    for (EntityKindRow const & kind : EntityKinds) {
         std::size_t const count = (model.*kind.store).m_Entities.size();
         if (count > 0)
             printLine(kind.name, std::to_string(count));
