@@ -1,4 +1,5 @@
 #include "stream/geometry_stream.h"
+#include "support/small_stack.h"
 
 #include <keld-transl/geom/line_strip.h>
 #include <keld-transl/geom/offset_surface.h>
@@ -6,7 +7,6 @@
 
 #include <climits>
 #include <functional>
-#include <pthread.h>
 #include <random>
 
 namespace transl_tk {
@@ -38,23 +38,6 @@ protected:
         EXPECT_NE(Server::exchangeFailure().find(reason), std::string::npos)
             << Server::exchangeFailure();
         expectUnchanged();
-    }
-
-    /// Runs `body` in a thread with little stack.
-    static void onSmallStack(std::function<void()> const & body)
-    {
-        pthread_attr_t attributes;
-        pthread_attr_init(&attributes);
-        pthread_attr_setstacksize(&attributes, std::size_t{512} * 1024);
-        pthread_t thread;
-        auto const run = [](void * call) -> void * {
-            (*static_cast<std::function<void()> const *>(call))();
-            return nullptr;
-        };
-        auto call = body;
-        ASSERT_EQ(pthread_create(&thread, &attributes, run, &call), 0);
-        pthread_join(thread, nullptr);
-        pthread_attr_destroy(&attributes);
     }
 
     long long m_Before = 0;
@@ -205,7 +188,8 @@ ByteString nestedComposites(int depth)
 TEST_F(HostileGeometry, CompositesAreReadToADepthOf64)
 {
     currentSubPool().clear();
-    onSmallStack([] { read(records::model(Curves, {records::carried(1, nestedComposites(64))})); });
+    tests::onSmallStack(
+        [] { read(records::model(Curves, {records::carried(1, nestedComposites(64))})); });
     EXPECT_EQ(Server::exchangeFailure(), "");
     EXPECT_EQ(countOf(&SubPool::m_Curves3D), 1U);
 }
@@ -233,7 +217,7 @@ Bytes nestedOffsets()
 TEST_F(HostileGeometry, AHundredThousandOffsetsAreReadWrittenAndFreedOnASmallStack)
 {
     currentSubPool().clear();
-    onSmallStack([this] {
+    tests::onSmallStack([this] {
         Bytes const bytes = nestedOffsets();
         read(bytes);
         EXPECT_EQ(Server::exchangeFailure(), "");
@@ -245,7 +229,7 @@ TEST_F(HostileGeometry, AHundredThousandOffsetsAreReadWrittenAndFreedOnASmallSta
 
 TEST_F(HostileGeometry, AHundredThousandOffsetsThatAreCutAreFreedOnASmallStack)
 {
-    onSmallStack([this] {
+    tests::onSmallStack([this] {
         Bytes bytes = nestedOffsets();
         bytes.resize(bytes.size() - std::size_t{20} * 4 - 1);
         expectRefused(bytes, "a field of 8 bytes runs past the end");

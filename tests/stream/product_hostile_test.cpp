@@ -454,7 +454,7 @@ Bytes deepTree()
 
 TEST_F(HostileProduct, ATreeOfAHundredThousandLevelsIsReadWrittenAndFreedOnASmallStack)
 {
-    onSmallStack([this] {
+    tests::onSmallStack([this] {
         startEmpty();
         Bytes const bytes = deepTree();
         read(bytes);
@@ -466,7 +466,7 @@ TEST_F(HostileProduct, ATreeOfAHundredThousandLevelsIsReadWrittenAndFreedOnASmal
 
 TEST_F(HostileProduct, ATreeOfAHundredThousandLevelsThatIsCutIsFreedOnASmallStack)
 {
-    onSmallStack([this] {
+    tests::onSmallStack([this] {
         // Behind the tree, on its way back up, and on its way down.
         Bytes bytes = deepTree();
         std::size_t const size = bytes.size();
@@ -490,7 +490,7 @@ std::vector<ByteString> deepAssemblies()
 
 TEST_F(HostileProduct, AHundredThousandLevelsOfAssembliesAreReadWrittenAndFreedOnASmallStack)
 {
-    onSmallStack([this] {
+    tests::onSmallStack([this] {
         startEmpty();
         Bytes const bytes = records::model(Assemblies, deepAssemblies());
         read(bytes);
@@ -502,7 +502,7 @@ TEST_F(HostileProduct, AHundredThousandLevelsOfAssembliesAreReadWrittenAndFreedO
 
 TEST_F(HostileProduct, ARingOfAHundredThousandAssembliesIsRefusedOnASmallStack)
 {
-    onSmallStack([this] {
+    tests::onSmallStack([this] {
         startEmpty();
         m_Before = snapshot();
         std::vector<ByteString> assemblies = deepAssemblies();

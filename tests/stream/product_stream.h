@@ -3,6 +3,7 @@
 
 #include "stream/product_records.h"
 #include "stream/topology_stream.h"
+#include "support/small_stack.h"
 
 #include <keld-transl/attributes/annotation.h>
 #include <keld-transl/attributes/attribute.h>
@@ -15,7 +16,6 @@
 #include <keld-transl/product/part.h>
 
 #include <functional>
-#include <pthread.h>
 
 namespace tests {
 
@@ -71,23 +71,6 @@ protected:
     {
         float const vertices[6] = {1, 2, 3, 4, 5, 6};
         return transl_tk::TriStrip::create(id, vertices, nullptr, 2, nullptr, 0, nullptr, 0, false);
-    }
-
-    /// Runs `body` in a thread with a stack of 512 KB.
-    static void onSmallStack(std::function<void()> const & body)
-    {
-        pthread_attr_t attributes;
-        pthread_attr_init(&attributes);
-        pthread_attr_setstacksize(&attributes, std::size_t{512} * 1024);
-        pthread_t thread;
-        auto const run = [](void * call) -> void * {
-            (*static_cast<std::function<void()> const *>(call))();
-            return nullptr;
-        };
-        auto call = body;
-        ASSERT_EQ(pthread_create(&thread, &attributes, run, &call), 0);
-        pthread_join(thread, nullptr);
-        pthread_attr_destroy(&attributes);
     }
 };
 
