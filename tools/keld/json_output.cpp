@@ -1,6 +1,7 @@
 #include "json_output.h"
 
 #include <cmath>
+#include <cstdio>
 #include <nlohmann/json.hpp>
 
 namespace keld {
@@ -66,6 +67,11 @@ void JsonOutput::flush()
 {
     m_Sink(m_Text);
     m_Text.clear();
+}
+
+void printText(std::string_view text)
+{
+    std::fwrite(text.data(), 1, text.size(), stdout);
 }
 
 ordered_json jsonNumber(double number)

@@ -40,6 +40,9 @@ private:
     bool m_FirstElement = true;
 };
 
+/// A sink: standard output.
+void printText(std::string_view text);
+
 /// A number; one that JSON cannot write is the text "nan", "inf" or "-inf".
 nlohmann::ordered_json jsonNumber(double number);
 

@@ -1,0 +1,30 @@
+#include "translators.h"
+
+#include "commands/commands.h"
+
+#include <cstdio>
+namespace keld {
+
+namespace {
+
+ExitCode listTranslators()
+{
+    for (TranslatorChoice const & translator : allTranslators()) {
+        std::string const command = translator.paths->calcExecCmd();
+        std::printf("%-10s %-10s %s\n", translator.name.c_str(),
+                    translator.trouble.empty() ? "usable" : "not usable",
+                    (translator.trouble.empty() ? command : translator.trouble).c_str());
+    }
+    return Success;
+}
+
+} // namespace
+
+void addTranslatorsCommand(CLI::App & app, ChosenCommand & chosen)
+{
+    app.add_subcommand("translators",
+                       "List the translators, where they are and whether they can be used")
+        ->callback([&chosen] { chosen = listTranslators; });
+}
+
+} // namespace keld

@@ -1,0 +1,141 @@
+#include "transfer.h"
+
+#include "exchange_run.h"
+#include "model_summary.h"
+
+#include <keld-transl/model/pool.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <memory>
+
+namespace keld {
+
+using transl_tk::Pool;
+
+namespace {
+
+constexpr std::size_t CommandSize = 4096;
+
+/// Finds the translator for `file`. False, and says why, when there is none.
+bool findTranslator(FileArgument const & file, TranslatorChoice & choice)
+{
+    choice = chooseTranslator(file.translator, file.path);
+    if (choice.trouble.empty())
+        return true;
+    std::string const name = choice.name.empty() ? "" : " \"" + choice.name + "\"";
+    complain(file.path, "the translator" + name + " " + choice.trouble + ".");
+    return false;
+}
+
+/// How a run ended.
+template <class Driver> RunOutcome outcomeOf(ExchangeRun<Driver> const & run)
+{
+    unsigned int const status = run.serverExitStatus();
+    RunOutcome outcome = {Success, status, run.serverExitStatusMsg(), {}};
+    if (status == transl_tk::ExitNoOptionsFile) {
+        outcome.code = ExchangeFailed;
+        outcome.explanation =
+            "the options of the run could not be written to a temporary directory.";
+    } else if (!run.exchangeFailure().empty()) {
+        outcome.code = ExchangeFailed;
+        outcome.explanation = run.exchangeFailure();
+    } else if (!run.answered() && status == transl_tk::ExitCompleted) {
+        outcome.code = NoAnswer;
+        outcome.words.clear(); // nobody has said that it completed
+        outcome.explanation = "the translator ended without an answer; nothing came of the run.";
+    } else if (status != transl_tk::ExitCompleted) {
+        outcome.code = status == transl_tk::ExitCancelled ? RunCancelled : RunFailed;
+    }
+    return outcome;
+}
+
+/// Says how a run ended; success on standard output.
+void printOutcome(RunOutcome const & outcome, std::string const & file)
+{
+    std::string const words =
+        outcome.words + " (exit status " + std::to_string(outcome.exitStatus) + ")";
+    if (outcome.code == Success)
+        std::printf("%s: %s\n", file.c_str(), words.c_str());
+    else if (!outcome.words.empty())
+        complain(file, words);
+    if (!outcome.explanation.empty())
+        complain(file, outcome.explanation);
+}
+
+} // namespace
+
+PoolGuard::~PoolGuard()
+{
+    while (Pool::hasInstance())
+        Pool::destruct();
+}
+
+void complain(std::string const & subject, std::string const & words)
+{
+    std::fprintf(stderr, "keld: %s: %s\n", subject.c_str(), words.c_str());
+}
+
+bool isUsableName(std::string const & file)
+{
+    auto const doubled = static_cast<std::size_t>(std::count(file.begin(), file.end(), '%'));
+    if (file.empty())
+        complain("\"\"", "this is no file name.");
+    else if (file.find('\n') != std::string::npos)
+        complain(file, "a file name with a line feed cannot be handed to a translator.");
+    else if (file.size() + doubled + sizeof("f \n") - 1 > CommandSize)
+        complain(file, "the file name is too long to be handed to a translator.");
+    else
+        return true;
+    return false;
+}
+
+bool importModel(CommonArguments const & arguments, RunReport const & report,
+                 FileArgument const & file, bool silentSuccess, RunOutcome & outcome)
+{
+    TranslatorChoice translator;
+    if (!findTranslator(file, translator)) {
+        outcome.code = TranslatorMissing;
+        return false;
+    }
+
+    std::string const reportDirectory = report.directoryFor("import");
+    DumpWatch const dumps(reportDirectory);
+    ProgressDisplay::Style const style = ProgressDisplay::styleFor(arguments.quiet);
+    auto display = std::make_unique<ProgressDisplay>(style, "Import");
+    ImportRun run({file.path, translator, arguments.options, reportDirectory, *display});
+    run.run();
+    display.reset();
+    dumps.print();
+
+    printLog(run.model());
+    outcome = outcomeOf(run);
+    if (outcome.code != Success || !silentSuccess)
+        printOutcome(outcome, file.path);
+    return true;
+}
+
+ExitCode exportModel(CommonArguments const & arguments, RunReport const & report,
+                     FileArgument const & file, std::function<void()> fillModel)
+{
+    TranslatorChoice translator;
+    if (!findTranslator(file, translator))
+        return TranslatorMissing;
+
+    std::string const reportDirectory = report.directoryFor("export");
+    DumpWatch const dumps(reportDirectory);
+    ProgressDisplay::Style const style = ProgressDisplay::styleFor(arguments.quiet);
+    auto display = std::make_unique<ProgressDisplay>(style, "Export");
+    ExportRun run({file.path, translator, arguments.options, reportDirectory, *display},
+                  std::move(fillModel));
+    run.run();
+    if (run.answered())
+        display->show(100);
+    display.reset();
+    dumps.print();
+    RunOutcome const outcome = outcomeOf(run);
+    printOutcome(outcome, file.path);
+    return outcome.code;
+}
+
+} // namespace keld
