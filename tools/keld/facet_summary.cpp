@@ -40,6 +40,8 @@ public:
             addStrip(vertices, vertexCount);
     }
 
+    unsigned long long triangles() const { return m_Triangles; }
+
     void print() const
     {
         printLine("triangles", std::to_string(m_Triangles));
@@ -112,23 +114,32 @@ private:
 
     static constexpr float Infinity = std::numeric_limits<float>::infinity();
 
-    long long m_Triangles = 0;
+    unsigned long long m_Triangles = 0;
     long long m_Vertices = 0;
     float m_Low[3] = {Infinity, Infinity, Infinity};
     float m_High[3] = {-Infinity, -Infinity, -Infinity};
     double m_Area = 0;
 };
 
+Facets facetsOf(transl_tk::SubPool const & model)
+{
+    Facets facets;
+    model.m_TriStrips.m_Entities.forEach(
+        [&](int, transl_tk::Base * mesh) { facets.add(*static_cast<TriStrip *>(mesh)); });
+    return facets;
+}
+
 } // namespace
 
 void printFacets(transl_tk::SubPool const & model)
 {
-    if (model.m_TriStrips.m_Entities.empty())
-        return;
-    Facets facets;
-    model.m_TriStrips.m_Entities.forEach(
-        [&](int, transl_tk::Base * mesh) { facets.add(*static_cast<TriStrip *>(mesh)); });
-    facets.print();
+    if (!model.m_TriStrips.m_Entities.empty())
+        facetsOf(model).print();
+}
+
+unsigned long long trianglesIn(transl_tk::SubPool const & model)
+{
+    return facetsOf(model).triangles();
 }
 
 } // namespace keld

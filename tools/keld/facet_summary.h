@@ -10,6 +10,9 @@ namespace keld {
 /// of range do not count.
 void printFacets(transl_tk::SubPool const & model);
 
+/// How many triangles that are.
+unsigned long long trianglesIn(transl_tk::SubPool const & model);
+
 } // namespace keld
 
 #endif

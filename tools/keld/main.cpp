@@ -23,7 +23,9 @@ constexpr char const * ExitCodes = R"(Exit codes:
   5  options or model could not be handed over (temporary directory, shared memory)
   6  the run was cancelled
   7  output could not be written
-  8  a database of metadata could not be used)";
+  8  a database of metadata could not be used
+  10 some of several files completed and others did not
+When none of several files completes, the code is the one that they share, or else 1.)";
 
 int runCommandLine(int argc, char ** argv)
 {
@@ -33,7 +35,8 @@ int runCommandLine(int argc, char ** argv)
     app.set_version_flag("--version", "keld 23.0.0");
 
     keld::ChosenCommand command;
-    keld::addImportCommand(app, command);
+    bool endsByItself = false;
+    keld::addImportCommand(app, command, endsByItself);
     keld::addInfoCommand(app, command);
     keld::addCatalogueCommand(app, command);
     keld::addExportCommand(app, command);
@@ -46,7 +49,8 @@ int runCommandLine(int argc, char ** argv)
     }
 
     keld::chooseInstallation();
-    keld::cleanUpOnInterrupt();
+    if (!endsByItself)
+        keld::cleanUpOnInterrupt();
     return command();
 }
 

@@ -11,7 +11,7 @@ namespace keld {
 using transl_tk::Server;
 using transl_tk::StreamPolicy;
 
-RunReport::RunReport(std::string const & directory)
+RunReport::RunReport(std::string const & directory, Manner manner) : m_Manner(manner)
 {
     if (directory.empty()) {
         Server::echo_start(StreamPolicy::StreamOnly, "");
@@ -30,10 +30,10 @@ RunReport::~RunReport()
     if (path.empty())
         return;
     std::error_code error;
-    if (std::filesystem::exists(path, error))
-        std::fprintf(stderr, "Report: %s\n", path.c_str());
-    else
+    if (!std::filesystem::exists(path, error))
         std::fprintf(stderr, "keld: the report %s could not be written.\n", path.c_str());
+    else if (m_Manner == Announced)
+        std::fprintf(stderr, "Report: %s\n", path.c_str());
 }
 
 std::string RunReport::directoryFor(std::string const & name) const

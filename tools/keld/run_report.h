@@ -11,13 +11,16 @@ namespace keld {
 class RunReport
 {
 public:
+    /// Whether the end of the report says where it is. What goes wrong is said in any case.
+    enum Manner { Announced, Silent };
+
     /// Makes `directory` when there is none; an empty one keeps no report file. Throws
     /// std::filesystem::filesystem_error.
-    explicit RunReport(std::string const & directory);
+    explicit RunReport(std::string const & directory, Manner manner = Announced);
     RunReport(RunReport const &) = delete;
     RunReport & operator=(RunReport const &) = delete;
 
-    /// Writes the report file and says where it is.
+    /// Writes the report file.
     ~RunReport();
 
     /// A directory below, made anew when it is not there, for what the translator of run `name` has
@@ -29,6 +32,7 @@ public:
 
 private:
     std::string m_Directory; ///< with a separator at its end
+    Manner m_Manner;
 };
 
 /// Names the crash dumps that translators leave in `directory` from its construction on.

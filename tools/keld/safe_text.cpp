@@ -1,5 +1,7 @@
 #include "safe_text.h"
 
+#include "utf8.h"
+
 namespace keld {
 
 namespace {
@@ -18,36 +20,6 @@ std::size_t controlLength(std::string_view text, std::size_t position)
         return 1;
     unsigned int const second = byte(position + 1);
     return first == 0xC2 && second >= 0x80 && second < 0xA0 ? 2 : 0;
-}
-
-/// One character, or one byte that begins none.
-struct Character
-{
-    std::size_t size = 1;
-    char32_t code = 0;
-    bool valid = false;
-};
-
-Character characterAt(std::string_view text, std::size_t position)
-{
-    auto const first = static_cast<unsigned char>(text[position]);
-    if (first < 0x80)
-        return {1, first, true};
-    std::size_t const size = first >= 0xF0 ? 4 : first >= 0xE0 ? 3 : 2;
-    if (first < 0xC2 || first > 0xF4 || position + size > text.size())
-        return {};
-    char32_t code = first & (0xFFU >> (size + 1));
-    for (std::size_t i = 1; i < size; ++i) {
-        auto const next = static_cast<unsigned char>(text[position + i]);
-        if ((next & 0xC0) != 0x80)
-            return {};
-        code = (code << 6) | (next & 0x3FU);
-    }
-    constexpr char32_t Smallest[] = {0, 0, 0x80, 0x800, 0x10000};
-    bool const surrogate = code >= 0xD800 && code < 0xE000;
-    if (code < Smallest[size] || code > 0x10FFFF || surrogate)
-        return {};
-    return {size, code, true};
 }
 
 /// Whether the character is one of those that stand for nothing, which a page may not hold.

@@ -17,14 +17,17 @@ namespace {
 
 constexpr std::size_t CommandSize = 4096;
 
-/// Finds the translator for `file`. False, and says why, when there is none.
-bool findTranslator(FileArgument const & file, TranslatorChoice & choice)
+/// Finds the translator for `file`. False, and says why, when there is none; then that is the
+/// outcome.
+bool findTranslator(FileArgument const & file, TranslatorChoice & choice, RunOutcome & outcome)
 {
     choice = chooseTranslator(file.translator, file.path);
     if (choice.trouble.empty())
         return true;
     std::string const name = choice.name.empty() ? "" : " \"" + choice.name + "\"";
-    complain(file.path, "the translator" + name + " " + choice.trouble + ".");
+    outcome.code = TranslatorMissing;
+    outcome.explanation = "the translator" + name + " " + choice.trouble + ".";
+    complain(file.path, outcome.explanation);
     return false;
 }
 
@@ -76,28 +79,32 @@ void complain(std::string const & subject, std::string const & words)
     std::fprintf(stderr, "keld: %s: %s\n", subject.c_str(), words.c_str());
 }
 
-bool isUsableName(std::string const & file)
+std::string nameTrouble(std::string const & file)
 {
     auto const doubled = static_cast<std::size_t>(std::count(file.begin(), file.end(), '%'));
     if (file.empty())
-        complain("\"\"", "this is no file name.");
-    else if (file.find('\n') != std::string::npos)
-        complain(file, "a file name with a line feed cannot be handed to a translator.");
-    else if (file.size() + doubled + sizeof("f \n") - 1 > CommandSize)
-        complain(file, "the file name is too long to be handed to a translator.");
-    else
-        return true;
-    return false;
+        return "this is no file name.";
+    if (file.find('\n') != std::string::npos)
+        return "a file name with a line feed cannot be handed to a translator.";
+    if (file.size() + doubled + sizeof("f \n") - 1 > CommandSize)
+        return "the file name is too long to be handed to a translator.";
+    return {};
+}
+
+bool isUsableName(std::string const & file)
+{
+    std::string const trouble = nameTrouble(file);
+    if (!trouble.empty())
+        complain(file.empty() ? "\"\"" : file, trouble);
+    return trouble.empty();
 }
 
 bool importModel(CommonArguments const & arguments, RunReport const & report,
                  FileArgument const & file, bool silentSuccess, RunOutcome & outcome)
 {
     TranslatorChoice translator;
-    if (!findTranslator(file, translator)) {
-        outcome.code = TranslatorMissing;
+    if (!findTranslator(file, translator, outcome))
         return false;
-    }
 
     std::string const reportDirectory = report.directoryFor("import");
     DumpWatch const dumps(reportDirectory);
@@ -119,8 +126,9 @@ ExitCode exportModel(CommonArguments const & arguments, RunReport const & report
                      FileArgument const & file, std::function<void()> fillModel)
 {
     TranslatorChoice translator;
-    if (!findTranslator(file, translator))
-        return TranslatorMissing;
+    RunOutcome outcome;
+    if (!findTranslator(file, translator, outcome))
+        return outcome.code;
 
     std::string const reportDirectory = report.directoryFor("export");
     DumpWatch const dumps(reportDirectory);
@@ -133,7 +141,7 @@ ExitCode exportModel(CommonArguments const & arguments, RunReport const & report
         display->show(100);
     display.reset();
     dumps.print();
-    RunOutcome const outcome = outcomeOf(run);
+    outcome = outcomeOf(run);
     printOutcome(outcome, file.path);
     return outcome.code;
 }

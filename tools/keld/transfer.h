@@ -24,6 +24,9 @@ public:
 /// Says on standard error what is wrong with `subject`, a file as a rule.
 void complain(std::string const & subject, std::string const & words);
 
+/// Why `file` cannot be named to a translator, a sentence; empty when it can.
+std::string nameTrouble(std::string const & file);
+
 /// Whether `file` can be named to a translator; says why not.
 bool isUsableName(std::string const & file);
 

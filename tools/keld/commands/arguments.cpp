@@ -49,9 +49,8 @@ void addFileArgument(CLI::App & command, std::string const & name, std::string c
         ->type_name("NAME");
 }
 
-void addImportArguments(CLI::App & command, FileArgument & file, ImportOutput & output)
+void addOutputArguments(CLI::App & command, ImportOutput & output)
 {
-    addFileArgument(command, "FILE", "--translator", file, "The file to import");
     command.add_option("--tree", output.tree.lines, "Print the first N nodes of the product tree")
         ->type_name("N")
         ->check(CLI::NonNegativeNumber.description(""))

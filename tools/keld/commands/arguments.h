@@ -44,8 +44,8 @@ void addCommonArguments(CLI::App & command, CommonArguments & arguments);
 void addFileArgument(CLI::App & command, std::string const & name, std::string const & translator,
                      FileArgument & file, std::string const & description);
 
-/// The file to import, and what is to be printed and kept of it.
-void addImportArguments(CLI::App & command, FileArgument & file, ImportOutput & output);
+/// What is to be printed and kept of an import.
+void addOutputArguments(CLI::App & command, ImportOutput & output);
 
 /// How many seconds to wait at most for other users of a database.
 void addWaitArgument(CLI::App & command, double & patience);

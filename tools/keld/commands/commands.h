@@ -14,8 +14,10 @@ using ChosenCommand = std::function<ExitCode()>;
 // Each adds a command to the command line. `chosen` must live as long as `app`; when a command line
 // with the command is parsed, it becomes that command.
 
-/// Imports a file, prints what arrived and, with a report directory, writes the report of the run.
-void addImportCommand(CLI::App & app, ChosenCommand & chosen);
+/// Imports a file, prints what arrived and, with a report directory, writes the report of the run;
+/// or imports several. `endsByItself`, which must live as long, becomes true when the command sees
+/// to the signals that end the program.
+void addImportCommand(CLI::App & app, ChosenCommand & chosen, bool & endsByItself);
 
 /// The same for programs too: the model as JSON, or the file's metadata alone, which may go into a
 /// catalogue.

@@ -117,7 +117,8 @@ void addInfoCommand(CLI::App & app, ChosenCommand & chosen)
     CLI::App & command =
         *app.add_subcommand("info", "Import a file and print what it holds, for programs too");
     auto const arguments = std::make_shared<Arguments>();
-    addImportArguments(command, arguments->file, arguments->output);
+    addFileArgument(command, "FILE", "--translator", arguments->file, "The file to import");
+    addOutputArguments(command, arguments->output);
     command.add_flag("--json", arguments->output.json,
                      "Print all of the model but its geometry as JSON");
     CLI::Option * const only =
