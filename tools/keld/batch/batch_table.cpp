@@ -113,7 +113,7 @@ std::string tableLine(std::string const & name, std::size_t nameWidth, Cells con
 std::string paragraphOf(std::string const & name, Cells const & cells,
                         std::vector<std::size_t> const & counts, std::size_t columns)
 {
-    std::string text = cells[0] + Gap + cells[1];
+    std::string text = cells[0].empty() ? cells[1] : cells[0] + Gap + cells[1];
     for (std::size_t i = 0; i < counts.size(); ++i) {
         if (!cells[2 + i].empty())
             text += ", " + std::string(CountNames[counts[i]]) + ": " + cells[2 + i];
