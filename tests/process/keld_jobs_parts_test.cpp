@@ -166,7 +166,9 @@ TEST(BatchTable, IsParagraphsWhereItDoesNotFit)
               "total\n"
               "  2.0 s, faces: 3,\n"
               "  lost: 0\n"
-              "1 of 2 files completed, 1 failed.\n",
+              "  1 of 2 files\n"
+              "  completed, 1\n"
+              "  failed.\n",
               batchTable({row("a-rather-long-name.step", Success, "", {0, 0, 0, 3, 0, 0}),
                           row("b.step", RunFailed, "the file could not be opened.", {})},
                          2000ms, 20));

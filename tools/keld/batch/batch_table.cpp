@@ -97,7 +97,7 @@ std::string completedText(std::vector<BatchRow> const & rows)
         text += ", " + std::to_string(failed) + " failed";
     if (auto const cancelled = count(Cancelled))
         text += ", " + std::to_string(cancelled) + " cancelled";
-    return text + ".\n";
+    return text + ".";
 }
 
 std::string tableLine(std::string const & name, std::size_t nameWidth, Cells const & cells,
@@ -171,7 +171,8 @@ std::string batchTable(std::vector<BatchRow> const & rows, std::chrono::millisec
     }
     text += fits ? tableLine(sum.name, nameWidth, table.back(), widths)
                  : paragraphOf(sum.name, table.back(), counts, columns);
-    return text + completedText(rows);
+    std::string const last = completedText(rows);
+    return text + (fits ? last + "\n" : paragraph(last, columns));
 }
 
 } // namespace keld
