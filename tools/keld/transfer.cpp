@@ -17,14 +17,18 @@ namespace {
 
 constexpr std::size_t CommandSize = 4096;
 
-/// Finds the translator for `file`. False, and says why, when there is none.
-bool findTranslator(FileArgument const & file, TranslatorChoice & choice)
+/// Says what is to be said about the translator that was chosen for `file`. False when it cannot be
+/// used.
+bool isUsable(TranslatorChoice const & choice, std::string const & file)
 {
-    choice = chooseTranslator(file.translator, file.path);
+    if (!choice.remark.empty())
+        complain(file, choice.remark);
     if (choice.trouble.empty())
         return true;
     std::string const name = choice.name.empty() ? "" : " \"" + choice.name + "\"";
-    complain(file.path, "the translator" + name + " " + choice.trouble + ".");
+    complain(file, "the translator" + name + " " + choice.trouble + ".");
+    for (TriedPath const & tried : choice.tried)
+        std::fprintf(stderr, "    %s: %s\n", tried.path.c_str(), tried.finding.c_str());
     return false;
 }
 
@@ -93,8 +97,8 @@ bool isUsableName(std::string const & file)
 bool importModel(CommonArguments const & arguments, RunReport const & report,
                  FileArgument const & file, bool silentSuccess, RunOutcome & outcome)
 {
-    TranslatorChoice translator;
-    if (!findTranslator(file, translator)) {
+    TranslatorChoice const translator = chooseForImport(file.translator, file.path);
+    if (!isUsable(translator, file.path)) {
         outcome.code = TranslatorMissing;
         return false;
     }
@@ -118,8 +122,8 @@ bool importModel(CommonArguments const & arguments, RunReport const & report,
 ExitCode exportModel(CommonArguments const & arguments, RunReport const & report,
                      FileArgument const & file, std::function<void()> fillModel)
 {
-    TranslatorChoice translator;
-    if (!findTranslator(file, translator))
+    TranslatorChoice const translator = chooseForExport(file.translator, file.path);
+    if (!isUsable(translator, file.path))
         return TranslatorMissing;
 
     std::string const reportDirectory = report.directoryFor("export");
