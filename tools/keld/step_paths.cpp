@@ -68,8 +68,8 @@ bool StepPaths::probe()
         return false;
     }
     bool const isThere = checkExecFile();
-    report() << (isThere ? "|STEP_LOG: STEP Installation path: " : Failed) << calcExecCmd()
-             << std::endl;
+    std::string const command = calcExecCmd(); // which writes lines of its own
+    report() << (isThere ? "|STEP_LOG: STEP Installation path: " : Failed) << command << std::endl;
     return isThere;
 }
 

@@ -217,15 +217,6 @@ std::string nameOfScript(std::string const & fileName)
     return fileName.substr(start.size(), fileName.size() - start.size() - end.size());
 }
 
-std::string troubleWith(std::string const & path)
-{
-    if (iaccess(path.c_str(), "e") != 0)
-        return "is not installed: there is no " + path;
-    if (iaccess(path.c_str(), "x") != 0)
-        return "cannot be started: " + path + " is not executable";
-    return {};
-}
-
 } // namespace
 
 KeldPaths::KeldPaths(std::string const & name) : ExecPaths("KELD_LIB_PATH"), m_Name(name)
@@ -266,13 +257,12 @@ std::string KeldPaths::linuxExecInstallation()
 
 std::string KeldPaths::trouble()
 {
-    std::string const script = translatorDirectory() + "/" + installationName();
-    std::string result = troubleWith(script);
-    if (result.empty())
-        result = troubleWith(translatorDirectory() + linuxExecInstallation());
-    if (result.empty() && !transl_tk::Server::exist(calcExecCmd().c_str()))
-        result = "cannot be started: " + script;
-    return result;
+    for (TriedPath const & tried : triedPaths()) {
+        if (!isFound(tried))
+            return troubleWith(tried);
+    }
+    std::string const command = calcExecCmd();
+    return transl_tk::Server::exist(command.c_str()) ? "" : "cannot be started: " + command;
 }
 
 std::vector<TriedPath> KeldPaths::triedPaths()

@@ -19,9 +19,7 @@ TriedPath tryFile(std::string const & path)
 {
     if (iaccess(path.c_str(), "e") == 0)
         return {path, Found};
-    int const error = errno;
-    return {path, error == ENOENT || error == ENOTDIR ? NotThere
-                                                      : std::generic_category().message(error)};
+    return {path, errno == ENOENT || errno == ENOTDIR ? NotThere : "not accessible"};
 }
 
 } // namespace
@@ -29,6 +27,15 @@ TriedPath tryFile(std::string const & path)
 bool isFound(TriedPath const & tried)
 {
     return tried.finding == Found;
+}
+
+std::string troubleWith(TriedPath const & tried)
+{
+    if (isFound(tried))
+        return {};
+    if (tried.finding == NotThere)
+        return "is not installed: there is no " + tried.path;
+    return "cannot be started: " + tried.path + " is " + tried.finding;
 }
 
 TriedPath tryProgram(std::string const & path)

@@ -25,6 +25,10 @@ struct LibraryPlace
 
 bool isFound(TriedPath const & tried);
 
+/// What that means for a translator that needs the program, in words behind "the translator"; empty
+/// when it was found.
+std::string troubleWith(TriedPath const & tried);
+
 /// What is at `path`, where a program is wanted.
 TriedPath tryProgram(std::string const & path);
 
