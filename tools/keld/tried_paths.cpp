@@ -77,7 +77,10 @@ std::vector<TriedPath> tryPrograms(std::vector<std::string> const & paths)
 
 std::vector<TriedPath> tryExecutables(transl_tk::ExecPaths & paths, std::string const & script)
 {
-    std::string const folder = script.substr(0, script.rfind('/'));
+    std::size_t const slash = script.rfind('/');
+    if (slash == script.npos)
+        return {{"VORN_EXEC_DIR", NotSet}};
+    std::string const folder = script.substr(0, slash);
     return tryPrograms({folder + paths.linuxExecInstallation(), folder + paths.linuxExecLocal()});
 }
 

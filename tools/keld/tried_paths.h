@@ -39,7 +39,8 @@ std::vector<TriedPath> tryLibrary(std::vector<LibraryPlace> const & places);
 /// Looks at the first of `paths`, and at each further one when nothing was at the one before.
 std::vector<TriedPath> tryPrograms(std::vector<std::string> const & paths);
 
-/// Looks for the Linux executables of a translator beside its script.
+/// Looks for the Linux executables of a translator beside its script, whose path is empty when no
+/// variable names an installation.
 std::vector<TriedPath> tryExecutables(transl_tk::ExecPaths & paths, std::string const & script);
 
 } // namespace keld
