@@ -1,10 +1,12 @@
 #include "file_content.h"
 #include "support/leftovers.h"
 
+#include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
+#include <map>
 #include <ostream>
 #include <sys/inotify.h>
 #include <sys/stat.h>
@@ -131,6 +133,8 @@ INSTANTIATE_TEST_SUITE_P(
                     Sample{"NoJtIsWithoutNumber", jtHeader("Version A.5", '\0'), Unknown},
                     Sample{"NoJtHasAWholeNumber", jtHeader("Version 9 JT", '\0'), Unknown},
                     Sample{"NoJtIsShort", "Version 9.5 JT", Unknown},
+                    Sample{"NoJtEndsWithItsHeader", jtHeader("Version 9.5 JT", '\0').substr(0, 80),
+                           Unknown},
                     Sample{"Rhino", "3D Geometry File Format        7", Rhino},
                     Sample{"U3d", std::string("U3D\0\x18\0\0\0", 8), U3d},
                     Sample{"NoU3dIsText", "U3D is a format\n", Unknown},
@@ -171,6 +175,27 @@ TEST(FileContent, IsThatOfTheFileBehindALink)
     std::ofstream(directory / "file") << "%PDF-1.4\n";
     std::filesystem::create_symlink("file", directory / "link");
     EXPECT_EQ(FileContent::Pdf, contentOf(directory / "link"));
+}
+
+/// Files that other programs wrote. They do not belong to the project.
+TEST(FileContent, OfSamplesIsWhatTheirNamesSay)
+{
+    char const * const given = std::getenv("KELD_CAD_DATA");
+    std::filesystem::path const folder = given ? given : KELD_TEST_SAMPLES;
+    if (!std::filesystem::is_directory(folder))
+        GTEST_SKIP() << "There is no folder " << folder
+                     << " with files of other programs; KELD_CAD_DATA may name one.";
+    std::map<std::string, FileContent> const contents = {{".step", Step}, {".stp", Step},
+                                                         {".iges", Iges}, {".igs", Iges},
+                                                         {".brep", Brep}, {".stl", Stl}};
+    int seen = 0;
+    for (auto const & entry : std::filesystem::directory_iterator(folder)) {
+        auto const expected = contents.find(entry.path().extension());
+        EXPECT_EQ(expected == contents.end() ? Unknown : expected->second, contentOf(entry.path()))
+            << entry.path();
+        ++seen;
+    }
+    EXPECT_LT(0, seen);
 }
 
 TEST(FileContent, HasNames)
