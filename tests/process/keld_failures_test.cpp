@@ -58,7 +58,9 @@ TEST(KeldFailures, AProductTranslatorThatIsNotInstalled)
     KeldProgram keld;
     Ended const ended = keld.run({"import", "part.jt"});
     EXPECT_EQ(3, ended.code);
-    EXPECT_EQ("keld: part.jt: the translator \"jt\" is not installed.\n", ended.err);
+    EXPECT_THAT(ended.err, HasSubstr("keld: part.jt: the translator \"jt\" is not installed.\n"
+                                     "    JT_OPEN_PATH: not set\n"));
+    EXPECT_THAT(ended.err, HasSubstr("/bin/keld_jt.sh: not there\n"));
 }
 
 TEST(KeldFailures, AScriptThatIsNotExecutable)
@@ -70,7 +72,9 @@ TEST(KeldFailures, AScriptThatIsNotExecutable)
     Ended const ended = keld.run({"import", "f.scripted"});
     EXPECT_EQ(3, ended.code);
     EXPECT_EQ("keld: f.scripted: the translator \"scripted\" cannot be started: " + keld.bin() +
-                  "/keld_scripted.sh is not executable.\n",
+                  "/keld_scripted.sh is not executable.\n    " + keld.bin() +
+                  "/keld_scripted.sh: not executable\n    " + keld.bin() +
+                  "/keld_scripted_linux_x86_64: found\n",
               ended.err);
 }
 
@@ -83,7 +87,9 @@ TEST(KeldFailures, AnExecutableThatIsMissingBesideItsScript)
     Ended const ended = keld.run({"import", "f.scripted"});
     EXPECT_EQ(3, ended.code);
     EXPECT_EQ("keld: f.scripted: the translator \"scripted\" is not installed: there is no " +
-                  keld.bin() + "/keld_scripted_linux_x86_64.\n",
+                  keld.bin() + "/keld_scripted_linux_x86_64.\n    " + keld.bin() +
+                  "/keld_scripted.sh: found\n    " + keld.bin() +
+                  "/keld_scripted_linux_x86_64: not there\n",
               ended.err);
 }
 

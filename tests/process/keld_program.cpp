@@ -74,7 +74,8 @@ KeldProgram::KeldProgram()
 {
     prctl(PR_SET_CHILD_SUBREAPER, 1);
     for (char const * name : {"VORN_EXEC_DIR", "KELD_SHARED_DIR", "KELD_LIB_PATH", "JT_OPEN_PATH",
-                              "TRANSL_REPORT_FILE", "KELD_TEST_SCRIPT"})
+                              "CT_LIB_PATH", "CT_LIB_PATH_DBG", "RHINO_LIB_PATH", "U3DPDF_LIB_PATH",
+                              "STEP_LIB_PATH", "TRANSL_REPORT_FILE", "KELD_TEST_SCRIPT"})
         unset(name);
     set("TMP", m_Temporary.path());
 }

@@ -12,7 +12,8 @@ namespace {
 
 constexpr char const * Description =
     "Imports and exports CAD files through translators, which run as processes of their own.\n"
-    "The file's suffix names the translator: \"part.xyz\" goes through the installed keld_xyz.sh.";
+    "What a file holds names the translator, and where that cannot be told, or the file is to be\n"
+    "written, its suffix: \"part.xyz\" goes through the installed keld_xyz.sh.";
 
 constexpr char const * ExitCodes = R"(Exit codes:
   0  success

@@ -17,17 +17,20 @@ namespace {
 
 constexpr std::size_t CommandSize = 4096;
 
-/// Finds the translator for `file`. False, and says why, when there is none; then that is the
-/// outcome.
-bool findTranslator(FileArgument const & file, TranslatorChoice & choice, RunOutcome & outcome)
+/// Says what is to be said about the translator that was chosen for `file`. False when it cannot be
+/// used; then that is the outcome.
+bool isUsable(TranslatorChoice const & choice, std::string const & file, RunOutcome & outcome)
 {
-    choice = chooseTranslator(file.translator, file.path);
+    if (!choice.remark.empty())
+        complain(file, choice.remark);
     if (choice.trouble.empty())
         return true;
     std::string const name = choice.name.empty() ? "" : " \"" + choice.name + "\"";
     outcome.code = TranslatorMissing;
     outcome.explanation = "the translator" + name + " " + choice.trouble + ".";
-    complain(file.path, outcome.explanation);
+    complain(file, outcome.explanation);
+    for (TriedPath const & tried : choice.tried)
+        std::fprintf(stderr, "    %s: %s\n", tried.path.c_str(), tried.finding.c_str());
     return false;
 }
 
@@ -102,8 +105,8 @@ bool isUsableName(std::string const & file)
 bool importModel(CommonArguments const & arguments, RunReport const & report,
                  FileArgument const & file, bool silentSuccess, RunOutcome & outcome)
 {
-    TranslatorChoice translator;
-    if (!findTranslator(file, translator, outcome))
+    TranslatorChoice const translator = chooseForImport(file.translator, file.path);
+    if (!isUsable(translator, file.path, outcome))
         return false;
 
     std::string const reportDirectory = report.directoryFor("import");
@@ -125,9 +128,9 @@ bool importModel(CommonArguments const & arguments, RunReport const & report,
 ExitCode exportModel(CommonArguments const & arguments, RunReport const & report,
                      FileArgument const & file, std::function<void()> fillModel)
 {
-    TranslatorChoice translator;
+    TranslatorChoice const translator = chooseForExport(file.translator, file.path);
     RunOutcome outcome;
-    if (!findTranslator(file, translator, outcome))
+    if (!isUsable(translator, file.path, outcome))
         return outcome.code;
 
     std::string const reportDirectory = report.directoryFor("export");

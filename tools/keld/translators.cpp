@@ -1,6 +1,8 @@
 #include "translators.h"
 
+#include "file_content.h"
 #include "installation.h"
+#include "step_paths.h"
 
 #include <keld-common/files.h>
 #include <keld-transl/process/product_paths.h>
@@ -11,6 +13,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <set>
+#include <type_traits>
 
 namespace keld {
 
@@ -24,23 +27,86 @@ template <class Paths> std::unique_ptr<transl_tk::ExecPaths> make()
     return std::make_unique<Paths>();
 }
 
-/// The product's translators and the suffixes that they serve. Any other suffix is the name of a
-/// translator of its own.
+/// Opens what `Paths` makes its command of.
+template <class Paths> struct OpenPaths : Paths
+{
+    OpenPaths() { this->m_System = ScriptWithLinuxExecutable; }
+
+    /// The commands that `calcExecCmd` takes the first of that is there.
+    std::vector<std::string> scripts()
+    {
+        char const * const directory = std::getenv("VORN_EXEC_DIR");
+        std::vector<std::string> result;
+        if constexpr (std::is_same_v<Paths, transl_tk::CTPaths>) {
+            if (std::string const folder = this->sharedFolder(); !folder.empty())
+                result.push_back(folder + this->installationExec());
+        } else if (directory != nullptr) {
+            result.push_back(directory + this->installationExec());
+        }
+        if (directory != nullptr)
+            result.push_back(directory + this->localExec());
+        return result;
+    }
+};
+
+template <class Paths> std::vector<TriedPath> tryScripts()
+{
+    return tryPrograms(OpenPaths<Paths>().scripts());
+}
+
+/// A translator that is found by rules of its own.
 struct Product
 {
     char const * name;
     unsigned int serverType;
     std::vector<std::string> suffixes;
+    std::vector<FileContent> contents;
+    std::vector<LibraryPlace> libraries;
     std::unique_ptr<transl_tk::ExecPaths> (*make)();
+    std::vector<TriedPath> (*tryScripts)();
 };
 
+/// The product's translators, the one for STEP, and what they serve. Any other suffix is the name
+/// of a translator of its own.
 std::vector<Product> const & products()
 {
+    using namespace transl_tk;
     static std::vector<Product> const table = {
-        {"jt", 2, {".jt"}, make<transl_tk::JTPaths>},
-        {"ct", 4, {}, make<transl_tk::CTPaths>},
-        {"rhino", 8, {".3dm"}, make<transl_tk::RhinoPaths>},
-        {"u3dpdf", 16, {".u3d", ".pdf"}, make<transl_tk::U3dPdfPaths>},
+        {"jt",
+         2,
+         {".jt"},
+         {FileContent::Jt},
+         {{"JT_OPEN_PATH", "/JtTk107.dll", true}},
+         make<JTPaths>,
+         tryScripts<JTPaths>},
+        {"ct",
+         4,
+         {},
+         {},
+         {{"CT_LIB_PATH", "/ct_reader.dll", true}, {"CT_LIB_PATH_DBG", "/ct_reader.dll", true}},
+         make<CTPaths>,
+         tryScripts<CTPaths>},
+        {"rhino",
+         8,
+         {".3dm"},
+         {FileContent::Rhino},
+         {{"RHINO_LIB_PATH", "/opennurbs_public.dll", true}},
+         make<RhinoPaths>,
+         tryScripts<RhinoPaths>},
+        {"u3dpdf",
+         16,
+         {".u3d", ".pdf"},
+         {FileContent::U3d, FileContent::Pdf},
+         {{"U3DPDF_LIB_PATH", "/IFXCore.dll", true}},
+         make<U3dPdfPaths>,
+         tryScripts<U3dPdfPaths>},
+        {"step",
+         OwnServerType,
+         {".step", ".stp", ".p21", ".iges", ".igs", ".brep"},
+         {FileContent::Step, FileContent::Iges, FileContent::Brep},
+         {{"STEP_LIB_PATH", "", false}},
+         make<StepPaths>,
+         tryScripts<StepPaths>},
     };
     return table;
 }
@@ -59,22 +125,84 @@ bool isName(std::string const & text)
     });
 }
 
+void append(std::vector<TriedPath> & all, std::vector<TriedPath> const & more)
+{
+    all.insert(all.end(), more.begin(), more.end());
+}
+
 TranslatorChoice choose(Product const & product)
 {
-    TranslatorChoice choice{product.name, product.serverType, product.make(), {}};
+    TranslatorChoice choice;
+    choice.name = product.name;
+    choice.serverType = product.serverType;
+    choice.paths = product.make();
     choice.paths->m_System = ScriptWithLinuxExecutable;
-    if (!choice.paths->isInstalled())
-        choice.trouble = "is not installed";
-    else if (!transl_tk::Server::exist(choice.paths->calcExecCmd().c_str()))
-        choice.trouble = "cannot be started";
+    bool const isInstalled = choice.paths->isInstalled();
+    std::string const command = choice.paths->calcExecCmd();
+    std::vector<TriedPath> const executables = tryExecutables(*choice.paths, command);
+    if (isInstalled && transl_tk::Server::exist(command.c_str()) && isFound(executables.back()))
+        return choice;
+    choice.trouble = isInstalled ? "cannot be started" : "is not installed";
+    append(choice.tried, tryLibrary(product.libraries));
+    append(choice.tried, product.tryScripts());
+    append(choice.tried, executables);
     return choice;
 }
 
 TranslatorChoice choose(std::string const & name)
 {
+    for (Product const & product : products()) {
+        if (name == product.name)
+            return choose(product);
+    }
     auto paths = std::make_unique<KeldPaths>(name);
-    std::string trouble = paths->trouble();
-    return {name, OwnServerType, std::move(paths), trouble};
+    TranslatorChoice choice;
+    choice.name = name;
+    choice.trouble = paths->trouble();
+    if (!choice.trouble.empty())
+        choice.tried = paths->triedPaths();
+    choice.paths = std::move(paths);
+    return choice;
+}
+
+/// The translator that serves what a file holds; empty for none.
+std::string translatorFor(FileContent content)
+{
+    if (content == FileContent::Stl)
+        return "stl";
+    for (Product const & product : products()) {
+        if (std::count(product.contents.begin(), product.contents.end(), content) != 0)
+            return product.name;
+    }
+    return {};
+}
+
+/// The suffix of `file` in small letters, without its dot.
+std::string suffixOf(std::string const & file)
+{
+    std::string const suffix = lowerCase(std::filesystem::path(file).extension());
+    return suffix.empty() ? suffix : suffix.substr(1);
+}
+
+/// The translator that serves files named like `file`; empty for none.
+std::string translatorForName(std::string const & file)
+{
+    std::string const suffix = suffixOf(file);
+    for (Product const & product : products()) {
+        if (std::count(product.suffixes.begin(), product.suffixes.end(), "." + suffix) != 0)
+            return product.name;
+    }
+    return suffix;
+}
+
+TranslatorChoice chooseNamed(std::string const & name)
+{
+    if (isName(name))
+        return choose(name);
+    TranslatorChoice choice;
+    choice.name = name;
+    choice.trouble = "is not known: the file name has no suffix that names one";
+    return choice;
 }
 
 /// The name in "keld_<name>.sh", empty for any other file name.
@@ -87,15 +215,6 @@ std::string nameOfScript(std::string const & fileName)
         fileName.compare(fileName.size() - end.size(), end.size(), end) != 0)
         return {};
     return fileName.substr(start.size(), fileName.size() - start.size() - end.size());
-}
-
-std::string troubleWith(std::string const & path)
-{
-    if (iaccess(path.c_str(), "e") != 0)
-        return "is not installed: there is no " + path;
-    if (iaccess(path.c_str(), "x") != 0)
-        return "cannot be started: " + path + " is not executable";
-    return {};
 }
 
 } // namespace
@@ -138,30 +257,37 @@ std::string KeldPaths::linuxExecInstallation()
 
 std::string KeldPaths::trouble()
 {
-    std::string const script = translatorDirectory() + "/" + installationName();
-    std::string result = troubleWith(script);
-    if (result.empty())
-        result = troubleWith(translatorDirectory() + linuxExecInstallation());
-    if (result.empty() && !transl_tk::Server::exist(calcExecCmd().c_str()))
-        result = "cannot be started: " + script;
-    return result;
+    for (TriedPath const & tried : triedPaths()) {
+        if (!isFound(tried))
+            return troubleWith(tried);
+    }
+    std::string const command = calcExecCmd();
+    return transl_tk::Server::exist(command.c_str()) ? "" : "cannot be started: " + command;
 }
 
-TranslatorChoice chooseTranslator(std::string const & name, std::string const & file)
+std::vector<TriedPath> KeldPaths::triedPaths()
 {
-    std::string const suffix = lowerCase(std::filesystem::path(file).extension());
-    for (Product const & product : products()) {
-        bool const serves = std::find(product.suffixes.begin(), product.suffixes.end(), suffix) !=
-                            product.suffixes.end();
-        if (name.empty() ? serves : name == product.name)
-            return choose(product);
-    }
+    return {tryProgram(translatorDirectory() + "/" + installationName()),
+            tryProgram(translatorDirectory() + linuxExecInstallation())};
+}
 
-    std::string const own = name.empty() && !suffix.empty() ? suffix.substr(1) : name;
-    if (isName(own))
-        return choose(own);
-    return {own, OwnServerType, nullptr,
-            "is not known: the file name has no suffix that names one"};
+TranslatorChoice chooseForImport(std::string const & name, std::string const & file)
+{
+    if (!name.empty())
+        return chooseNamed(name);
+    FileContent const content = contentOf(file);
+    std::string const byContent = translatorFor(content);
+    std::string const byName = translatorForName(file);
+    TranslatorChoice choice = chooseNamed(byContent.empty() ? byName : byContent);
+    if (!byContent.empty() && !byName.empty() && byContent != byName)
+        choice.remark = "its name says " + suffixOf(file) + ", its content is " + nameOf(content) +
+                        "; taking the translator \"" + byContent + "\".";
+    return choice;
+}
+
+TranslatorChoice chooseForExport(std::string const & name, std::string const & file)
+{
+    return chooseNamed(name.empty() ? translatorForName(file) : name);
 }
 
 std::vector<TranslatorChoice> allTranslators()

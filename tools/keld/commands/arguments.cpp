@@ -45,7 +45,7 @@ void addFileArgument(CLI::App & command, std::string const & name, std::string c
     command.add_option(name, file.path, description)->required();
     command
         .add_option(translator, file.translator,
-                    "Take this translator for " + name + ", whatever its suffix")
+                    "Take this translator for " + name + ", whatever it holds and is called")
         ->type_name("NAME");
 }
 

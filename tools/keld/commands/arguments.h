@@ -20,7 +20,8 @@ struct CommonArguments
     std::vector<OptionText> options;
 };
 
-/// A file and the name of its translator; an empty name leaves that to the file's suffix.
+/// A file and the name of its translator; an empty name leaves that to what the file holds
+/// or is called.
 struct FileArgument
 {
     std::string path;

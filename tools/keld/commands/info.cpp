@@ -54,7 +54,7 @@ bool keepMetadata(MetadataStore & store, FileArgument const & file, std::string 
     try {
         auto const path = std::filesystem::weakly_canonical(std::filesystem::absolute(file.path));
         store.storeNEUTRAL(path, 0);
-        store.storeVORN(chooseTranslator(file.translator, file.path).name, 0);
+        store.storeVORN(chooseForImport(file.translator, file.path).name, 0);
         store.connect(database, static_cast<int>(milliseconds(patience).count()), 0, 0,
                       CatalogueForWriting);
         store.storeData();

@@ -3,6 +3,7 @@
 #include "commands/commands.h"
 
 #include <cstdio>
+
 namespace keld {
 
 namespace {
@@ -14,6 +15,8 @@ ExitCode listTranslators()
         std::printf("%-10s %-10s %s\n", translator.name.c_str(),
                     translator.trouble.empty() ? "usable" : "not usable",
                     (translator.trouble.empty() ? command : translator.trouble).c_str());
+        for (TriedPath const & tried : translator.tried)
+            std::printf("    %s: %s\n", tried.path.c_str(), tried.finding.c_str());
     }
     return Success;
 }
@@ -22,8 +25,10 @@ ExitCode listTranslators()
 
 void addTranslatorsCommand(CLI::App & app, ChosenCommand & chosen)
 {
-    app.add_subcommand("translators",
-                       "List the translators, where they are and whether they can be used")
+    app.add_subcommand(
+           "translators",
+           "List the translators: the command of each that can be used, and of any other "
+           "why not and where it was looked for")
         ->callback([&chosen] { chosen = listTranslators; });
 }
 
