@@ -116,6 +116,25 @@ TEST(KeldJobsFailures, LeaveNoOptionsFileAndNoTranslatorThatIsDeaf)
     EXPECT_EQ(std::set<std::string>(), keld.temporaryFiles());
 }
 
+TEST(KeldJobsFailures, LeaveNoTemporaryFileNamedAfterTheWorker)
+{
+    LeftoverGuard const guard;
+    KeldProgram keld;
+    keld.install("kit", KELD_TEST_KIT_TRANSLATOR);
+    tests::wrapTranslator(keld, "kit",
+                          "touch \"$TMP/keld_note_${PPID}_1\" \"$TMP/keld_note_1_${PPID}\"\n"
+                          "exec \"$TRANSLATOR\" \"$@\"");
+    pid_t const program = keld.start({"import", "-q", "-j", "1", "work.kit", "b.none"});
+    pid_t const worker = workerBehind(keld, program, "work.kit.working");
+    ASSERT_GT(worker, 0);
+
+    kill(worker, SIGKILL);
+
+    EXPECT_EQ(1, keld.finish().code);
+    EXPECT_EQ(std::set<std::string>{"keld_note_1_" + std::to_string(worker)},
+              keld.temporaryFiles());
+}
+
 TEST(KeldJobsFailures, LeaveNoSegment)
 {
     LeftoverGuard const guard;

@@ -138,6 +138,17 @@ TEST(KeldJobs, AreAWholeNumberWithinReason)
     }
 }
 
+TEST(KeldJobs, AreInTheHelp)
+{
+    LeftoverGuard const guard;
+    KeldProgram keld;
+    EXPECT_THAT(keld.run({"--help"}).out,
+                HasSubstr("\n  10 some of several files completed and others did not\n"
+                          "When none of several files completes, the code is the one that they "
+                          "share, or else 1.\n"));
+    EXPECT_THAT(keld.run({"import", "--help"}).out, HasSubstr("-j,--jobs N"));
+}
+
 TEST(KeldJobs, PrintNoPoints)
 {
     LeftoverGuard const guard;

@@ -6,11 +6,15 @@
 
 #include <chrono>
 #include <csignal>
+#include <cstdlib>
+#include <filesystem>
 #include <fstream>
+#include <memory>
 #include <poll.h>
 #include <string>
 #include <sys/prctl.h>
 #include <sys/wait.h>
+#include <system_error>
 #include <vector>
 
 namespace keld {
@@ -38,6 +42,20 @@ void signalGroup(pid_t process, int signal)
 {
     kill(-process, signal);
     kill(process, signal);
+}
+
+/// Removes the temporary files that a host calls keld_<what>_<process>_<number>.
+void removeNumberedFiles(std::string const & process)
+{
+    std::unique_ptr<char, void (*)(void *)> const directory(get_tmp_dir(), std::free);
+    if (directory == nullptr)
+        return;
+    std::error_code error;
+    for (auto const & entry : std::filesystem::directory_iterator(directory.get(), error)) {
+        std::string const name = entry.path().filename();
+        if (name.starts_with("keld_") && name.find("_" + process + "_") != name.npos)
+            std::filesystem::remove(entry.path(), error);
+    }
 }
 
 } // namespace
@@ -74,6 +92,7 @@ void removeLeftovers(pid_t worker)
     transl_tk::IExecIO::destruct(options);
     if (!optionsFile.empty())
         unlink_utf8(optionsFile.c_str());
+    removeNumberedFiles(id);
 
     // Looking for a segment whose holders are gone removes its name. An import has one segment.
     std::string const segment = "keld_" + id + "_1";

@@ -15,8 +15,8 @@ void inheritTranslators();
 /// a translator the time to clean up, then by SIGKILL.
 void endTranslators(std::set<pid_t> const & workers);
 
-/// Removes the options file and the segments of a worker that was killed and reaped, after its
-/// translator is gone.
+/// Removes the options file, other temporary files named after it and the segment of a worker that
+/// was killed and reaped, after its translator is gone.
 void removeLeftovers(pid_t worker);
 
 } // namespace keld
