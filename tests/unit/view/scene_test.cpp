@@ -197,6 +197,19 @@ TEST_F(SceneOfModel, LeavesOutWhatIsBeyondTheLimitOfTriangles)
     EXPECT_EQ(4U, scene.triangles);
 }
 
+TEST_F(SceneOfModel, CountsVerticesAndIndicesThatNoTriangleNeedsTowardsTheLimit)
+{
+    meshOf(std::vector<float>(3 * 300, 0), {0, 1, 2});
+    EXPECT_EQ(1U, gathered({100, 100}).triangles);
+    EXPECT_FALSE(gathered({99, 100}).complete);
+    tests::currentSubPool().clear();
+    std::vector<int> indices(3 * 100, -1);
+    indices[0] = indices[1] = indices[2] = 0;
+    meshOf({0, 0, 0}, indices);
+    EXPECT_EQ(1U, gathered({100, 100}).triangles);
+    EXPECT_FALSE(gathered({99, 100}).complete);
+}
+
 TEST_F(SceneOfModel, LeavesOutTrianglesThatCannotBeDrawn)
 {
     meshOf({0, 0, 0, 1, 0, 0, 0, 1, 0, 0, Nowhere, 0, 0, Infinite, 0, 2e30F, 0, 0},

@@ -17,7 +17,6 @@ struct Colour
     unsigned char blue = 0;
 
     bool operator==(Colour const &) const = default;
-    auto operator<=>(Colour const &) const = default;
 };
 
 /// What lies farther out is no place on a part.

@@ -30,7 +30,7 @@ Vector narrow(Triple const & a)
 std::uint32_t packed(Vector const & colour)
 {
     auto const byte = [](float share) {
-        return static_cast<std::uint32_t>(255 * std::clamp(share, 0.0F, 1.0F) + 0.5F);
+        return static_cast<std::uint32_t>(std::clamp(255 * share + 0.5F, 0.0F, 255.0F));
     };
     return byte(colour[0]) | byte(colour[1]) << 8 | byte(colour[2]) << 16 | 0xFF000000U;
 }
@@ -261,8 +261,8 @@ private:
 
     void addPixel(std::vector<unsigned char> & pixels, std::size_t x, std::size_t y) const
     {
-        unsigned sums[3] = {0, 0, 0};
-        unsigned covered = 0;
+        std::size_t sums[3] = {0, 0, 0};
+        std::size_t covered = 0;
         for (std::size_t i = 0; i < Fineness * Fineness; ++i) {
             std::uint32_t const sample =
                 m_Colours[(y * Fineness + i / Fineness) * m_Width + x * Fineness + i % Fineness];
@@ -272,7 +272,7 @@ private:
             for (unsigned channel = 0; channel < 3; ++channel)
                 sums[channel] += (sample >> (8 * channel)) & 0xFFU;
         }
-        for (unsigned const sum : sums)
+        for (std::size_t const sum : sums)
             pixels.push_back(static_cast<unsigned char>(covered > 0 ? sum / covered : 0));
         pixels.push_back(static_cast<unsigned char>(covered * 255 / (Fineness * Fineness)));
     }

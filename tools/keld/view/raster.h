@@ -23,7 +23,7 @@ struct Image
 /// Ends when it has looked at `mostSamples` samples, of which a pixel has four; the image is then
 /// not complete.
 Image draw(Scene const & scene, Camera const & camera, std::size_t width, std::size_t height,
-           std::size_t mostSamples = 2'000'000'000);
+           std::size_t mostSamples = 1'000'000'000);
 
 } // namespace keld::view
 

@@ -241,7 +241,9 @@ private:
     {
         for (Facets const & placed : facets) {
             Mesh const & mesh = m_Scene.meshes[placed.mesh];
-            if (mesh.triangles > m_Limits.triangles - m_Scene.triangles) {
+            std::size_t const work =
+                std::max({mesh.triangles, mesh.vertexCount / 3, mesh.indexCount / 3});
+            if (work > m_Limits.triangles - m_Work) {
                 m_Scene.complete = false;
                 continue;
             }
@@ -256,6 +258,7 @@ private:
             if (!isSensible)
                 continue;
             m_Scene.box = box;
+            m_Work += work;
             m_Scene.triangles += mesh.triangles;
             m_Scene.occurrences.push_back(
                 {placed.mesh, placement,
@@ -271,6 +274,7 @@ private:
     std::unordered_set<Base const *> m_Bodies;
     std::unordered_set<Base const *> m_Strips;
     std::size_t m_Nodes = 0;
+    std::size_t m_Work = 0; ///< triangles, as the limit counts them
 };
 
 } // namespace

@@ -20,8 +20,9 @@ struct Occurrence
 /// How much a scene may hold.
 struct SceneLimits
 {
-    std::size_t triangles = 20'000'000; ///< of all occurrences
-    std::size_t nodes = 1'000'000;      ///< of the product structure, counted at each place
+    /// Of all occurrences. Three vertices or indices that no triangle needs count as one.
+    std::size_t triangles = 20'000'000;
+    std::size_t nodes = 1'000'000; ///< of the product structure, counted at each place
 };
 
 /// Everything of a model that can be drawn.

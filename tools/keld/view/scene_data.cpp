@@ -3,13 +3,12 @@
 #include "numbers.h"
 
 #include <cstdint>
-#include <set>
 
 namespace keld::view {
 
 namespace {
 
-constexpr std::size_t MostColours = 65535;
+constexpr std::ptrdiff_t MostColours = 65535;
 constexpr std::size_t MostNarrowVertices = 65536;
 
 bool isWide(Mesh const & mesh)
@@ -28,64 +27,58 @@ std::size_t bytesOf(Mesh const & mesh)
     return mesh.vertexCount * (mesh.normals != nullptr ? 12 : 8) + indexBytes(mesh);
 }
 
+/// 0xRRGGBB.
+std::size_t numberFor(Colour const & colour)
+{
+    return std::size_t{colour.red} << 16 | std::size_t{colour.green} << 8 | colour.blue;
+}
+
 /// The colours of all vertices. Of more than a palette can hold, the finest shades are lost.
 class Palette
 {
 public:
     explicit Palette(Scene const & scene)
     {
-        std::set<Colour> found;
+        std::vector<bool> found(std::size_t{1} << 24); // by number
         for (Mesh const & mesh : scene.meshes)
-            addColours(mesh, found);
-        if (found.size() > MostColours) {
-            m_Mask = 0xF8;
-            std::set<Colour> coarse;
-            for (Colour const & colour : found)
-                coarse.insert(masked(colour));
-            found.swap(coarse);
+            markColours(mesh, found);
+        if (std::count(found.begin(), found.end(), true) > MostColours) {
+            m_Mask = 0xF8F8F8;
+            for (std::size_t number = 0; number < found.size(); ++number) {
+                if (found[number])
+                    found[number & m_Mask] = true;
+            }
         }
-        m_Colours.assign(found.begin(), found.end());
+        for (std::size_t number = 0; number < found.size(); ++number) {
+            if (found[number] && (number & m_Mask) == number)
+                m_Colours.push_back(number);
+        }
     }
 
-    std::vector<Colour> const & colours() const { return m_Colours; }
+    std::vector<std::size_t> const & colours() const { return m_Colours; }
 
     /// 0 for no colour, else one more than its number.
     std::uint16_t numberOf(std::optional<Colour> const & colour) const
     {
         if (!colour)
             return 0;
-        auto const found = std::lower_bound(m_Colours.begin(), m_Colours.end(), masked(*colour));
+        auto const found =
+            std::lower_bound(m_Colours.begin(), m_Colours.end(), numberFor(*colour) & m_Mask);
         return static_cast<std::uint16_t>(found - m_Colours.begin() + 1);
     }
 
 private:
-    static void addColours(Mesh const & mesh, std::set<Colour> & found)
+    static void markColours(Mesh const & mesh, std::vector<bool> & found)
     {
-        std::optional<Colour> last;
         for (std::size_t i = 0; mesh.colours != nullptr && i < mesh.vertexCount; ++i) {
-            auto const colour = mesh.colour(i);
-            if (colour && colour != last)
-                found.insert(*colour);
-            last = colour;
+            if (auto const colour = mesh.colour(i))
+                found[numberFor(*colour)] = true;
         }
     }
 
-    Colour masked(Colour const & colour) const
-    {
-        auto const part = [&](unsigned char value) {
-            return static_cast<unsigned char>(value & m_Mask);
-        };
-        return {part(colour.red), part(colour.green), part(colour.blue)};
-    }
-
-    std::vector<Colour> m_Colours; ///< in order
-    unsigned m_Mask = 0xFF;
+    std::vector<std::size_t> m_Colours; ///< in order
+    std::size_t m_Mask = 0xFFFFFF;
 };
-
-std::string colourNumber(Colour const & colour)
-{
-    return std::to_string(colour.red << 16 | colour.green << 8 | colour.blue);
-}
 
 std::string array(Triple const & numbers)
 {
@@ -165,19 +158,20 @@ bool fitsPage(Scene const & scene, PageLimits const & limits)
 
 std::string sceneJson(Scene const & scene, Camera const & camera)
 {
+    auto const colour = [](std::size_t number) { return std::to_string(number); };
     auto const mesh = [](Mesh const & m) {
         return "[" + std::to_string(m.vertexCount) + "," + std::to_string(3 * m.triangles) + "," +
                (m.normals != nullptr ? "true" : "false") + "," + array(m.box.low) + "," +
                array(m.box.high - m.box.low) + "]";
     };
     auto const place = [](Occurrence const & o) {
-        return "[" + std::to_string(o.mesh) + "," + colourNumber(o.colour) + "," +
+        return "[" + std::to_string(o.mesh) + "," + std::to_string(numberFor(o.colour)) + "," +
                array(o.placement.axes[0]) + "," + array(o.placement.axes[1]) + "," +
                array(o.placement.axes[2]) + "," + array(o.placement.origin) + "]";
     };
     return "{\"triangles\":" + std::to_string(scene.triangles) +
            ",\n\"camera\":" + cameraJson(camera) +
-           ",\n\"palette\":" + arrayOf(Palette(scene).colours(), colourNumber) +
+           ",\n\"palette\":" + arrayOf(Palette(scene).colours(), colour) +
            ",\n\"meshes\":" + arrayOf(scene.meshes, mesh) +
            ",\n\"places\":" + arrayOf(scene.occurrences, place) + "}\n";
 }
