@@ -192,6 +192,24 @@ TEST_F(Drawing, TurnsNormalsWithTheirPlaces)
     EXPECT_EQ(at(seen(), 20, 20), turned);
 }
 
+TEST_F(Drawing, KeepsNormalsUprightOnWhatIsPulledApart)
+{
+    auto const seenSlope = [](std::vector<float> const & normals) {
+        tests::currentSubPool().clear();
+        Part * const part = Part::create(0, "part");
+        part->addTriStrip(
+            meshOf({-0.3F, -0.5F, 0.3F, 0.3F, -0.5F, -0.3F, 0.3F, 0.5F, -0.3F, -0.3F, 0.5F, 0.3F},
+                   {0, 1, 2, 0, 2, 3}, {}, normals));
+        double const wide[16] = {2, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
+        place(part, Assembly::create(0, "top"))->setTransform(wide);
+        return at(seen(), 20, 20);
+    };
+    Pixel const flat = seenSlope({});
+    Pixel const smooth = seenSlope({1, 0, 1, 1, 0, 1, 1, 0, 1, 1, 0, 1});
+    EXPECT_NEAR(flat.red, smooth.red, 1);
+    EXPECT_NEAR(flat.blue, smooth.blue, 1);
+}
+
 TEST_F(Drawing, ShowsEachPlaceInItsColour)
 {
     Part * const part = Part::create(0, "part");
