@@ -3,12 +3,13 @@
 #include "numbers.h"
 
 #include <cstdint>
+#include <utility>
 
 namespace keld::view {
 
 namespace {
 
-constexpr std::ptrdiff_t MostColours = 65535;
+constexpr std::size_t MostColours = 65535;
 constexpr std::size_t MostNarrowVertices = 65536;
 
 bool isWide(Mesh const & mesh)
@@ -39,20 +40,19 @@ class Palette
 public:
     explicit Palette(Scene const & scene)
     {
-        std::vector<bool> found(std::size_t{1} << 24); // by number
-        for (Mesh const & mesh : scene.meshes)
-            markColours(mesh, found);
-        if (std::count(found.begin(), found.end(), true) > MostColours) {
-            m_Mask = 0xF8F8F8;
-            for (std::size_t number = 0; number < found.size(); ++number) {
-                if (found[number])
-                    found[number & m_Mask] = true;
+        for (Mesh const & mesh : scene.meshes) {
+            for (std::size_t i = 0; mesh.colours != nullptr && i < mesh.vertexCount; ++i) {
+                if (auto const colour = mesh.colour(i))
+                    add(numberFor(*colour));
             }
         }
-        for (std::size_t number = 0; number < found.size(); ++number) {
-            if (found[number] && (number & m_Mask) == number)
-                m_Colours.push_back(number);
+        if (m_Colours.size() > MostColours) {
+            m_Mask = 0xF8F8F8;
+            m_Known.assign(m_Known.size(), false);
+            for (std::size_t const colour : std::exchange(m_Colours, {}))
+                add(colour & m_Mask);
         }
+        std::sort(m_Colours.begin(), m_Colours.end());
     }
 
     std::vector<std::size_t> const & colours() const { return m_Colours; }
@@ -68,15 +68,16 @@ public:
     }
 
 private:
-    static void markColours(Mesh const & mesh, std::vector<bool> & found)
+    void add(std::size_t colour)
     {
-        for (std::size_t i = 0; mesh.colours != nullptr && i < mesh.vertexCount; ++i) {
-            if (auto const colour = mesh.colour(i))
-                found[numberFor(*colour)] = true;
-        }
+        if (m_Known[colour])
+            return;
+        m_Known[colour] = true;
+        m_Colours.push_back(colour);
     }
 
-    std::vector<std::size_t> m_Colours; ///< in order
+    std::vector<bool> m_Known = std::vector<bool>(std::size_t{1} << 24); ///< by number
+    std::vector<std::size_t> m_Colours;                                  ///< in order
     std::size_t m_Mask = 0xFFFFFF;
 };
 
