@@ -13,7 +13,7 @@ class ViewSection
 public:
     explicit ViewSection(Scene const & scene, PageLimits const & limits = {});
 
-    /// What a page's policy has to allow for the section, with a blank in front; empty for nothing.
+    /// What to append to a page's policy for the section; empty for nothing.
     std::string policy() const;
 
     /// The section, empty for a model that has nothing to show.
@@ -29,7 +29,8 @@ private:
     PageLimits m_Limits;
 };
 
-/// The hash by which the page's policy knows the script.
+/// The hash by which the page's policy knows the script. A browser runs no script of another hash;
+/// the test of the page's policy says the right one.
 extern char const * const ViewScriptHash;
 
 } // namespace keld::view
