@@ -249,9 +249,10 @@ TEST_F(KeldReportPage, IsNotWrittenWithoutARun)
 
 TEST_F(KeldReportPage, IsValidHtml)
 {
-    for (char const * name : {"product", "parts", "markup", "lost", "many-lost", "log-error",
-                              "lists", "numbers", "deep", "wide", "long", "geometry", "succeed",
-                              "fail-2", "fail-9", "crash", "controls", "letters"}) {
+    for (char const * name :
+         {"product", "parts", "markup",   "lost",    "many-lost",     "log-error",     "lists",
+          "numbers", "deep",  "wide",     "long",    "geometry",      "succeed",       "fail-2",
+          "fail-9",  "crash", "controls", "letters", "placed-facets", "crowded-facets"}) {
         import(name);
         EXPECT_EQ("", tests::validatorSays(path())) << name;
     }

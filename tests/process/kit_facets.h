@@ -15,6 +15,11 @@ namespace tests {
 ///                 place
 ///   many-facets   20 triangles with an index beyond the vertices, and a good one
 ///   bad-facets    a triangle with a corner without a place
+///   placed-facets   a red part of one triangle, (0 0 0), (1 0 0), (0 0 1), at (0.5 0 0) and, blue
+///   and
+///                   with its first axis turned, at (-0.5 0 0); and a green triangle (0 0 2),
+///                   (1 0 2), (0 0 3) with normals that belongs to no part
+///   crowded-facets  a part of 1000 triangles at 2001 places
 ///   no-facets     a body without meshes, and a mesh of two vertices
 void makeFacets(std::string const & name);
 

@@ -3,6 +3,7 @@
 #include "report_json.h"
 #include "report_page.h"
 
+#include <keld-transl/model/pool.h>
 #include <keld-translator-kit/output_file.h>
 
 namespace keld {
@@ -15,7 +16,8 @@ std::string writeReportFile(std::string const & directory, ReportFormat format,
     translator_kit::OutputFile file(path);
     auto const write = [&](std::string_view text) { file.write(text.data(), text.size()); };
     if (isPage) {
-        write(reportPage(summary));
+        writeReportPage(
+            summary, view::gatherScene(*transl_tk::Pool::getInstance()->currentSubPool()), write);
     } else {
         JsonOutput output(write);
         writeReportJson(summary, output);

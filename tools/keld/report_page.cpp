@@ -2,6 +2,7 @@
 
 #include "report_style.h"
 #include "safe_text.h"
+#include "view/view_section.h"
 
 #include <algorithm>
 #include <span>
@@ -66,11 +67,13 @@ std::span<KindCount const> shownKinds(RunSummary const & summary)
     return {summary.kinds.data(), std::min(summary.kinds.size(), MostRows)};
 }
 
-std::string head(RunSummary const & summary)
+std::string head(RunSummary const & summary, std::string const & policyOfView)
 {
     return "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
            "<meta http-equiv=\"Content-Security-Policy\" content=\"default-src 'none'; "
-           "style-src 'unsafe-inline'\">\n"
+           "style-src 'unsafe-inline'" +
+           policyOfView +
+           "\">\n"
            "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n"
            "<meta name=\"color-scheme\" content=\"light dark\">\n<title>" +
            htmlText(lastName(summary.file)) + " - import report</title>\n<style>\n" + ReportStyle +
@@ -269,11 +272,15 @@ std::string tree(RunSummary const & summary)
 
 } // namespace
 
-std::string reportPage(RunSummary const & summary)
+void writeReportPage(RunSummary const & summary, view::Scene const & scene, view::Sink const & sink)
 {
-    return head(summary) + "<body>\n" + overview(summary) + "<main>\n" + lost(summary) +
-           counts(summary) + tree(summary) + entries(summary) + log(summary) +
-           "</main>\n</body>\n</html>\n";
+    view::ViewSection const view(scene);
+    sink(head(summary, view.policy()) + "<body>\n" + overview(summary) + "<main>\n");
+    view.writeSection(sink);
+    sink(lost(summary) + counts(summary) + tree(summary) + entries(summary) + log(summary) +
+         "</main>\n");
+    view.writeScript(sink);
+    sink("</body>\n</html>\n");
 }
 
 } // namespace keld

@@ -8,12 +8,14 @@ inline constexpr char const * ReportStyle = R"(:root {
   --back: #f4f5f7; --panel: #ffffff; --text: #1b1f24; --dim: #5b6572; --line: #dfe3e8;
   --accent: #1f5fbf; --good: #17703a; --good-back: #e2f4e8; --odd: #8a5300; --odd-back: #fdf0d9;
   --bad: #b3261e; --bad-back: #fce8e6; --note-back: #e6eefb;
+  --sky: #f7f9fb; --ground: #d9e0e8;
 }
 @media (prefers-color-scheme: dark) {
   :root {
     --back: #111418; --panel: #1a1f25; --text: #e6e9ed; --dim: #9aa5b1; --line: #2e353d;
     --accent: #8ab4f8; --good: #7fd79b; --good-back: #15301f; --odd: #f2bd67; --odd-back: #382a12;
     --bad: #ff9d94; --bad-back: #40201d; --note-back: #1c2c47;
+    --sky: #2b333d; --ground: #14181d;
   }
 }
 * { box-sizing: border-box; }
@@ -91,15 +93,30 @@ tr.total th { text-transform: capitalize; }
 .l7 { margin-left: 5.8rem; } .l8 { margin-left: 6.4rem; } .l9 { margin-left: 7rem; }
 .l10 { margin-left: 7.4rem; } .l11 { margin-left: 7.8rem; } .l12 { margin-left: 8.2rem; }
 .more { margin-top: .6rem; }
+.picture {
+  position: relative; width: 100%; aspect-ratio: 8 / 5; max-height: 75vh; overflow: hidden;
+  border-radius: .4rem; background: linear-gradient(var(--sky), var(--ground));
+}
+.picture img, .picture canvas {
+  position: absolute; top: 0; left: 0; width: 100%; height: 100%; object-fit: contain;
+}
+.picture canvas { visibility: hidden; touch-action: none; cursor: grab; outline-offset: -3px; }
+.picture canvas.held { cursor: grabbing; }
+.picture canvas:focus-visible { outline: 3px solid var(--accent); }
+.picture.live canvas { visibility: visible; }
+.picture.live img { visibility: hidden; }
+#view .about { margin-top: .6rem; color: var(--dim); font-size: .9rem; }
 @media (min-width: 56rem) {
   body { padding: 2rem; }
   main { grid-template-columns: minmax(0, 2fr) minmax(0, 3fr); align-items: start; }
-  #lost, #entries, #log { grid-column: 1 / -1; }
+  #view, #lost, #entries, #log { grid-column: 1 / -1; }
 }
 @media print {
   body { background: none; padding: 0; }
   section, .cards li { break-inside: avoid; }
   .rows .text { max-height: none; }
+  .picture.live canvas { visibility: hidden; }
+  .picture.live img { visibility: visible; }
 }
 )";
 
