@@ -34,11 +34,13 @@ namespace {
 
 constexpr double Tolerance = 1e-7;
 
-/// What of the slide's back the plate covers, and how wide and thick it is.
-constexpr double From = 0.3;
-constexpr double To = 0.7;
+/// What of the slide's back the plate covers, and how wide and thick it is. It ends before the back
+/// bends the other way: the kernel's mesher, which looks at the middle, takes an S for a straight
+/// line.
+constexpr double From = 0.1;
+constexpr double To = 0.45;
 constexpr double HalfPlate = 24;
-constexpr double Thickness = 1;
+constexpr double Thickness = 1.5;
 
 Handle(Geom_BezierSurface) bentSurface(Geom_BezierCurve const & profile)
 {

@@ -50,12 +50,10 @@ Palette::Palette(TDocStd_Document const & document)
       m_Materials(XCAFDoc_DocumentTool::MaterialTool(document.Main()))
 {}
 
-TDF_Label Palette::part(TopoDS_Shape const & shape, std::string const & name,
-                        Quantity_Color const & colour, char const * layer)
+TDF_Label Palette::part(TopoDS_Shape const & shape, std::string const & name, char const * layer)
 {
     TDF_Label const label = m_Shapes->AddShape(shape, false);
     setName(label, name);
-    paint(label, colour);
     m_Layers->SetLayer(label, TCollection_ExtendedString(layer));
     return label;
 }

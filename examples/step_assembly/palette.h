@@ -22,8 +22,7 @@ class Palette
 public:
     explicit Palette(TDocStd_Document const & document);
 
-    TDF_Label part(TopoDS_Shape const & shape, std::string const & name,
-                   Quantity_Color const & colour, char const * layer);
+    TDF_Label part(TopoDS_Shape const & shape, std::string const & name, char const * layer);
     TDF_Label assembly(std::string const & name);
     /// Places `what` in `assembly`, by the name `name`.
     TDF_Label place(TDF_Label const & assembly, TDF_Label const & what, std::string const & name,

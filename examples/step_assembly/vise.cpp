@@ -66,15 +66,25 @@ private:
     TDF_Label sheet(TopoDS_Shape const & shape, std::string const & name,
                     Quantity_Color const & colour)
     {
-        return m_Palette.part(shape, name + m_Suffix, colour, auxiliary);
+        TDF_Label const label = m_Palette.part(shape, name + m_Suffix, auxiliary);
+        m_Palette.paint(label, colour);
+        return label;
+    }
+
+    TDF_Label colourless(TopoDS_Shape const & shape, std::string const & name, char const * layer,
+                         Material material)
+    {
+        TDF_Label const label = m_Palette.part(shape, name + m_Suffix, layer);
+        m_Palette.setMaterial(label, material);
+        m_Palette.addProperties(label, shape);
+        return label;
     }
 
     TDF_Label part(TopoDS_Shape const & shape, std::string const & name,
                    Quantity_Color const & colour, char const * layer, Material material)
     {
-        TDF_Label const label = m_Palette.part(shape, name + m_Suffix, colour, layer);
-        m_Palette.setMaterial(label, material);
-        m_Palette.addProperties(label, shape);
+        TDF_Label const label = colourless(shape, name, layer, material);
+        m_Palette.paint(label, colour);
         return label;
     }
 
@@ -122,7 +132,8 @@ private:
         m_Palette.place(handle, part(handleBar(), "Knebelstange", steel, turned, Material::Steel),
                         "Stange");
         m_Palette.place(handle, ball, "Knopf vorn");
-        m_Palette.place(handle, ball, "Knopf hinten", turn(upright, 180));
+        // Stronger than the colour of the part.
+        m_Palette.paint(m_Palette.place(handle, ball, "Knopf hinten", turn(upright, 180)), black);
         return handle;
     }
 
@@ -143,18 +154,22 @@ private:
     {
         TDF_Label const fixing = assembly("Befestigung");
         m_Palette.place(
-            fixing, part(hexagonBolt(), "Sechskantschraube M10", zinc, fittings, Material::Steel),
+            fixing, colourless(hexagonBolt(), "Sechskantschraube M10", fittings, Material::Steel),
             "Schraube");
-        m_Palette.place(fixing, part(washer(), "Scheibe 10,5", steel, fittings, Material::Steel),
+        m_Palette.place(fixing, colourless(washer(), "Scheibe 10,5", fittings, Material::Steel),
                         "Scheibe");
+        // Only its places have colours.
         constexpr double Top = 16;
-        m_Palette.place(vise, fixing, "Befestigung 1", shift(-6, -32, Top));
-        m_Palette.place(vise, fixing, "Befestigung 2", shift(-6, 32, Top) * turn(upright, 20));
-        m_Palette.place(vise, fixing, "Befestigung 3", shift(170, -32, Top) * turn(upright, 45));
-        TDF_Label const last = m_Palette.place(vise, fixing, "Befestigung 4 (prüfen!)",
-                                               shift(170, 32, Top) * turn(upright, 70));
-        // This place alone; the others keep the colours of their parts.
-        m_Palette.paint(last, yellow);
+        auto const fix = [&](char const * name, Quantity_Color const & colour, double x, double y,
+                             double angle) {
+            m_Palette.paint(
+                m_Palette.place(vise, fixing, name, shift(x, y, Top) * turn(upright, angle)),
+                colour);
+        };
+        fix("Befestigung 1", zinc, -6, -32, 0);
+        fix("Befestigung 2", zinc, -6, 32, 20);
+        fix("Befestigung 3", zinc, 170, -32, 45);
+        fix("Befestigung 4 (prüfen!)", yellow, 170, 32, 70);
     }
 
     Palette & m_Palette;
