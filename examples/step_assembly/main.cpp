@@ -1,4 +1,4 @@
-// Writes a STEP file (AP242, in inches) of a machine vise: an assembly three levels deep, in which
+// Writes a STEP file (AP242) of a machine vise: an assembly three levels deep, in which
 // parts and sub-assemblies stand at several places, with every kind of surface and curve that a
 // part in a STEP file has, with colours, layers and materials. It also measures such files, with
 // the kernel alone, and compares two of them.
@@ -18,8 +18,9 @@
 
 namespace {
 
-char const * const usage = R"(usage: step_assembly FILE               write a machine vise
-       step_assembly --copies N FILE    N vises, each of parts of its own, on a table
+char const * const usage = R"(usage: step_assembly [--millimetres] [--copies N] FILE
+                                        write a machine vise, or N of them, each of parts of its
+                                        own, in inches, or in millimetres and with offset curves
        step_assembly --measure FILE     print what a STEP file holds, read by the kernel
        step_assembly --compare FILE FILE
                                         the same of two files; fails where they differ
@@ -31,9 +32,9 @@ int fail(char const * what)
     return EXIT_FAILURE;
 }
 
-int write(int copies, std::string const & path)
+int write(int copies, vise::Unit unit, std::string const & path)
 {
-    vise::writeStep(vise::drawVises(copies), path);
+    vise::writeStep(vise::drawVises(copies), unit, path);
     std::printf("Wrote %s\n", path.c_str());
     return EXIT_SUCCESS;
 }
@@ -54,18 +55,43 @@ int countFrom(std::string const & text)
     return error == std::errc() && last == end && count > 0 ? count : 0;
 }
 
+/// What is to be written, as the arguments say.
+struct Request
+{
+    int copies = 1;
+    vise::Unit unit = vise::Unit::Inch;
+    std::string path;
+};
+
+/// The path is empty where the arguments make no sense.
+Request requestFrom(std::vector<std::string> const & arguments)
+{
+    Request request;
+    std::size_t next = 0;
+    if (next < arguments.size() && arguments[next] == "--millimetres") {
+        request.unit = vise::Unit::Millimetre;
+        ++next;
+    }
+    if (next + 1 < arguments.size() && arguments[next] == "--copies") {
+        request.copies = countFrom(arguments[next + 1]);
+        next += 2;
+    }
+    if (next + 1 == arguments.size() && request.copies > 0 && arguments[next].rfind("--", 0) != 0)
+        request.path = arguments[next];
+    return request;
+}
+
 int run(std::vector<std::string> const & arguments)
 {
-    if (arguments.size() == 1 && arguments[0].rfind("--", 0) != 0)
-        return write(1, arguments[0]);
-    if (arguments.size() == 3 && arguments[0] == "--copies" && countFrom(arguments[1]) > 0)
-        return write(countFrom(arguments[1]), arguments[2]);
     if (arguments.size() == 2 && arguments[0] == "--measure") {
         vise::print(vise::measure(arguments[1]));
         return EXIT_SUCCESS;
     }
     if (arguments.size() == 3 && arguments[0] == "--compare")
         return compare(arguments[1], arguments[2]);
+    Request const request = requestFrom(arguments);
+    if (!request.path.empty())
+        return write(request.copies, request.unit, request.path);
     std::fputs(usage, stderr);
     return EXIT_FAILURE;
 }

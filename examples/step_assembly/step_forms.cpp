@@ -15,6 +15,7 @@
 #include <StepGeom_BezierCurve.hxx>
 #include <StepGeom_BezierSurface.hxx>
 #include <StepGeom_Direction.hxx>
+#include <StepGeom_GeometricRepresentationItem.hxx>
 #include <StepGeom_OffsetCurve3d.hxx>
 #include <StepGeom_OffsetSurface.hxx>
 #include <StepGeom_Pcurve.hxx>
@@ -30,7 +31,7 @@
 #include <XSControl_TransferWriter.hxx>
 #include <XSControl_WorkSession.hxx>
 #include <map>
-#include <set>
+#include <vector>
 
 namespace vise {
 
@@ -73,30 +74,31 @@ Handle(StepGeom_Surface) bezierOf(Handle(StepGeom_Surface) const & surface)
     return result.get();
 }
 
-/// Puts other curves and surfaces into the entities that refer to them.
-class Exchange
+Handle(StepGeom_Curve) curveOf(StepShape_EdgeCurve const & edge)
+{
+    auto const onSurface = Handle(StepGeom_SurfaceCurve)::DownCast(edge.EdgeGeometry());
+    return onSurface.IsNull() ? edge.EdgeGeometry() : onSurface->Curve3d();
+}
+
+void setCurve(StepShape_EdgeCurve & edge, Handle(StepGeom_Curve) const & curve)
+{
+    auto const onSurface = Handle(StepGeom_SurfaceCurve)::DownCast(edge.EdgeGeometry());
+    if (onSurface.IsNull())
+        edge.SetEdgeGeometry(curve);
+    else
+        onSurface->SetCurve3d(curve);
+}
+
+/// Puts Bezier curves and surfaces into the entities that refer to splines.
+class BezierForms
 {
 public:
-    void setCurve(Handle(StepShape_EdgeCurve) const & edge, Handle(StepGeom_Curve) const & curve)
-    {
-        auto const onSurface = Handle(StepGeom_SurfaceCurve)::DownCast(edge->EdgeGeometry());
-        if (onSurface.IsNull()) {
-            m_Gone.insert(edge->EdgeGeometry().get());
-            edge->SetEdgeGeometry(curve);
-        } else {
-            m_Gone.insert(onSurface->Curve3d().get());
-            onSurface->SetCurve3d(curve);
-        }
-    }
-
-    void useBezierForms(Handle(Standard_Transient) const & entity)
+    void useIn(Handle(Standard_Transient) const & entity)
     {
         if (auto const edge = Handle(StepShape_EdgeCurve)::DownCast(entity)) {
-            auto const onSurface = Handle(StepGeom_SurfaceCurve)::DownCast(edge->EdgeGeometry());
-            auto const curve =
-                replacement(onSurface.IsNull() ? edge->EdgeGeometry() : onSurface->Curve3d());
+            auto const curve = replacement(curveOf(*edge));
             if (!curve.IsNull())
-                setCurve(edge, curve);
+                setCurve(*edge, curve);
         } else if (auto const swept = Handle(StepGeom_SweptSurface)::DownCast(entity)) {
             auto const curve = replacement(swept->SweptCurve());
             if (!curve.IsNull())
@@ -106,22 +108,17 @@ public:
             if (!surface.IsNull())
                 face->SetFaceGeometry(surface);
         } else if (auto const pcurve = Handle(StepGeom_Pcurve)::DownCast(entity)) {
-            useBezierBasis(*pcurve);
+            useInBasis(*pcurve);
         } else if (auto const offset = Handle(StepGeom_OffsetSurface)::DownCast(entity)) {
-            useBezierBasis(*offset);
+            useInBasis(*offset);
         } else if (auto const trimmed =
                        Handle(StepGeom_RectangularTrimmedSurface)::DownCast(entity)) {
-            useBezierBasis(*trimmed);
+            useInBasis(*trimmed);
         }
     }
 
-    bool isGone(Handle(Standard_Transient) const & entity) const
-    {
-        return m_Gone.count(entity.get()) != 0;
-    }
-
 private:
-    template <class Holder> void useBezierBasis(Holder & holder)
+    template <class Holder> void useInBasis(Holder & holder)
     {
         auto const surface = replacement(holder.BasisSurface());
         if (!surface.IsNull())
@@ -136,14 +133,11 @@ private:
         if (known != m_Replacements.end())
             return opencascade::handle<Shape>::DownCast(known->second);
         opencascade::handle<Shape> const made = bezierOf(old);
-        if (!made.IsNull())
-            m_Gone.insert(old.get());
         m_Replacements.emplace(old.get(), made);
         return made;
     }
 
     std::map<Standard_Transient const *, Handle(Standard_Transient)> m_Replacements;
-    std::set<Standard_Transient const *> m_Gone;
 };
 
 Handle(StepGeom_Curve) offsetCurveOf(Geom_OffsetCurve const & offset)
@@ -163,14 +157,14 @@ Handle(StepGeom_Curve) offsetCurveOf(Geom_OffsetCurve const & offset)
 
 /// What nothing refers to. The kernel's writer comes to the colours of parts by their addresses,
 /// which differ from run to run: they are put into the order of the parts.
-std::vector<Handle(Standard_Transient)> rootsInOrder(Handle(StepData_StepModel) const & model,
-                                                     Exchange const & exchange)
+std::vector<Handle(Standard_Transient)> rootsInOrder(Handle(StepData_StepModel) const & model)
 {
     std::vector<Handle(Standard_Transient)> result;
     std::map<int, Handle(Standard_Transient)> colours;
     Interface_Graph const graph(model);
     for (Interface_EntityIterator root = graph.RootEntities(); root.More(); root.Next()) {
-        if (exchange.isGone(root.Value()))
+        // Its place has been taken by another form.
+        if (root.Value()->IsKind(STANDARD_TYPE(StepGeom_GeometricRepresentationItem)))
             continue;
         using Presentation = StepVisual_MechanicalDesignGeometricPresentationRepresentation;
         auto const presentation = Handle(Presentation)::DownCast(root.Value());
@@ -186,24 +180,27 @@ std::vector<Handle(Standard_Transient)> rootsInOrder(Handle(StepData_StepModel) 
 
 } // namespace
 
-void useExactForms(STEPControl_Writer & writer, std::vector<OffsetEdge> const & offsetEdges)
+void useOffsetCurves(STEPControl_Writer & writer, std::vector<OffsetEdge> const & offsetEdges)
 {
-    Handle(StepData_StepModel) const model = writer.Model();
     auto const process = writer.WS()->TransferWriter()->FinderProcess();
-    Exchange exchange;
     for (OffsetEdge const & offset : offsetEdges) {
         auto const edge =
             Handle(StepShape_EdgeCurve)::DownCast(STEPConstruct::FindEntity(process, offset.edge));
         auto const curve = Handle(Geom_OffsetCurve)::DownCast(offset.curve);
         if (edge.IsNull() || curve.IsNull())
             throw BuildFailure("an offset edge is not in the file");
-        exchange.setCurve(edge, offsetCurveOf(*curve));
+        setCurve(*edge, offsetCurveOf(*curve));
     }
+}
+
+void useBezierForms(Handle(StepData_StepModel) const & model)
+{
+    BezierForms forms;
     for (int i = 1; i <= model->NbEntities(); ++i)
-        exchange.useBezierForms(model->Value(i));
+        forms.useIn(model->Value(i));
 
     // What nothing refers to any more leaves the file; what is new enters it.
-    std::vector<Handle(Standard_Transient)> const roots = rootsInOrder(model, exchange);
+    std::vector<Handle(Standard_Transient)> const roots = rootsInOrder(model);
     model->ClearEntities();
     for (Handle(Standard_Transient) const & root : roots)
         model->AddWithRefs(root);

@@ -7,9 +7,15 @@
 
 namespace vise {
 
-/// Writes a STEP file (AP242) in inches. The same drawing gives the same bytes each time. Throws
+enum class Unit { Inch, Millimetre };
+
+/// Writes a STEP file (AP242). The same drawing gives the same bytes each time. Throws
 /// BuildFailure.
-void writeStep(Drawing const & drawing, std::string const & path);
+///
+/// Offset curves are in files in millimetres alone, in the others they are splines: the kernel
+/// writes none by itself, and takes the distance of those that it reads for millimetres whatever
+/// the unit.
+void writeStep(Drawing const & drawing, Unit unit, std::string const & path);
 
 } // namespace vise
 
