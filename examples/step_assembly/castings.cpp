@@ -7,8 +7,9 @@
 #include <Geom_Parabola.hxx>
 #include <Geom_TrimmedCurve.hxx>
 #include <TColgp_Array1OfPnt.hxx>
-#include <algorithm>
+#include <cmath>
 #include <gp_Parab.hxx>
+#include <vector>
 
 namespace vise {
 
@@ -56,17 +57,14 @@ TopoDS_Shape slideway()
     gp_Parab const parabola(gp_Ax2({79, Side, Vertex}, alongY, gp_Dir(0, 0, -1)), Focal);
     Handle(Geom_TrimmedCurve) const arc =
         new Geom_TrimmedCurve(new Geom_Parabola(parabola), -HalfWidth, HalfWidth);
-    // The block behind the jaw carries the anvil plate, and slants down to the back.
-    gp_Pnt last = arc->EndPoint();
-    bool const endsInFront = last.X() < arc->StartPoint().X();
-    std::vector<gp_Pnt> corners = {{0, Side, FootHeight},    {0, Side, SlidewayTop},
-                                   {136, Side, SlidewayTop}, {136, Side, BlockTop},
-                                   {164, Side, BlockTop},    {176, Side, FootHeight}};
-    if (!endsInFront)
-        std::reverse(corners.begin(), corners.end());
-    corners.push_back(arc->StartPoint());
+    // From the arc's front end round. The block behind the jaw carries the anvil plate, and slants
+    // down to the back.
     std::vector<TopoDS_Edge> outline = {edge(arc)};
-    for (gp_Pnt const & corner : corners) {
+    gp_Pnt last = arc->EndPoint();
+    for (gp_Pnt const & corner :
+         {gp_Pnt(0, Side, FootHeight), gp_Pnt(0, Side, SlidewayTop), gp_Pnt(136, Side, SlidewayTop),
+          gp_Pnt(136, Side, BlockTop), gp_Pnt(164, Side, BlockTop), gp_Pnt(176, Side, FootHeight),
+          arc->StartPoint()}) {
         outline.push_back(line(last, corner));
         last = corner;
     }
@@ -117,9 +115,8 @@ TopoDS_Shape backWithHoles(TopoDS_Shape const & casting)
 
 TopoDS_Shape base()
 {
-    TopoDS_Shape const casting =
-        fused(fused(foot(), slideway()), fused(fixedJaw(), box({110, -20, 30}, {136, 20, 54})));
-    return checked(backWithHoles(fused(casting, bridge())), "the base is not valid");
+    TopoDS_Shape const casting = fused(fused(fused(foot(), slideway()), fixedJaw()), bridge());
+    return checked(backWithHoles(casting), "the base is not valid");
 }
 
 Handle(Geom_Curve) backOfSlide()

@@ -62,6 +62,7 @@ TopoDS_Shape hexagonBolt()
     constexpr double AcrossCorners = 9.24;
     constexpr double HeadHeight = 6.4;
     std::vector<gp_Pnt> corners;
+    corners.reserve(6);
     for (int i = 0; i < 6; ++i)
         corners.emplace_back(AcrossCorners * std::cos(i * M_PI / 3),
                              AcrossCorners * std::sin(i * M_PI / 3), 0);

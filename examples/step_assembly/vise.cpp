@@ -191,8 +191,9 @@ Drawing drawVises(int copies)
         for (int i = 0; i < copies; ++i) {
             std::string const number = " " + std::to_string(i + 1);
             TDF_Label const vise = ViseDrawing(palette, number).draw(drawing.offsetEdges);
+            int const row = i / PerRow;
             palette.place(table, vise, "Schraubstock" + number,
-                          shift(300.0 * (i / PerRow), 150.0 * (i % PerRow), 0));
+                          shift(300.0 * row, 150.0 * (i % PerRow), 0));
         }
     }
     palette.finish();
