@@ -242,6 +242,8 @@ TEST_F(StepAssembly, PartsAndSubAssembliesStandAtSeveralPlaces)
                 UnorderedElementsAre("Maschinenschraubstock 80 mm: feste Backe",
                                      "Schlitten, vollständig: bewegliche Backe"));
     EXPECT_EQ(4U, placesOf(m_Products, "Befestigung").size());
+    EXPECT_THAT(placesOf(m_Products, "Führungsleiste, gespiegelt"),
+                ElementsAre("Schlitten, vollständig: Leiste rechts"));
 }
 
 TEST_F(StepAssembly, HoldsEveryKindOfSurface)
