@@ -154,7 +154,9 @@ Measures measure(std::string const & path)
     XCAFApp_Application::GetApplication()->NewDocument("MDTV-XCAF", document);
     if (reader.ReadFile(path.c_str()) != IFSelect_RetDone || !reader.Transfer(document))
         throw BuildFailure("the kernel cannot read the file");
-    return Survey(*document).measures();
+    Measures const measures = Survey(*document).measures();
+    XCAFApp_Application::GetApplication()->Close(document);
+    return measures;
 }
 
 void print(Measures const & measures)
