@@ -12,8 +12,9 @@ enum ExitCode : int {
     NoAnswer = 4,          ///< the translator ended without an answer
     ExchangeFailed = 5,    ///< options or model could not be handed over
     RunCancelled = 6,
-    OutputFailed = 7,  ///< standard output or the report could not be written
-    DatabaseFailed = 8 ///< a database of metadata could not be used
+    OutputFailed = 7,   ///< standard output or the report could not be written
+    DatabaseFailed = 8, ///< a database of metadata could not be used
+    LimitExceeded = 9   ///< the translator went beyond a limit and was ended
 };
 
 } // namespace keld

@@ -23,7 +23,8 @@ constexpr char const * ExitCodes = R"(Exit codes:
   5  options or model could not be handed over (temporary directory, shared memory)
   6  the run was cancelled
   7  output could not be written
-  8  a database of metadata could not be used)";
+  8  a database of metadata could not be used
+  9  the translator was ended for --time-limit or --memory-limit)";
 
 int runCommandLine(int argc, char ** argv)
 {

@@ -12,7 +12,7 @@ namespace {
 
 Breadcrumbs * mapped(std::string const & path)
 {
-    int const file = open(path.c_str(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+    int const file = open(path.c_str(), O_RDWR | O_NONBLOCK | O_CLOEXEC);
     if (file < 0)
         return nullptr;
     struct stat status = {};
