@@ -213,7 +213,8 @@ TEST(KeldIsolation, WhatATranslatorPrintsIsNoOutputOfTheHost)
     for (auto at = expected.find("succeed"); at != std::string::npos; at = expected.find("succeed"))
         expected.replace(at, 7, "print");
     EXPECT_EQ(expected, printing.out);
-    for (char const * words : {"by printf\n", "by a stream\n", "by descriptor\n", "at the end\n"})
+    for (char const * words :
+         {"as an error\n", "by printf\n", "by a stream\n", "by descriptor\n", "at the end\n"})
         EXPECT_THAT(printing.err, HasSubstr(words));
 }
 

@@ -16,7 +16,7 @@
 //   place.*            tell phases and entities, and end without an answer
 //   place-hostile.*    tell a phase and an entity that are long and drive a terminal
 //   place-refused.*    tell the same as end-*, and fail
-//   print.*            print by every means on standard output, then do as "succeed"
+//   print.*            print by every means on the standard streams, then do as "succeed"
 //   crash.*            fault
 //   work.*             make the file "<path>.working", then work forever
 //   stuck.*            the same, and nothing but a kill ends it
@@ -137,6 +137,7 @@ void printEverywhere()
     std::string const words = "by descriptor\n";
     if (write(STDOUT_FILENO, words.data(), words.size()) < 0)
         throw std::runtime_error("standard output is closed");
+    std::fprintf(stderr, "as an error\n");
     std::printf("at the end\n"); // goes out when the process exits
 }
 
