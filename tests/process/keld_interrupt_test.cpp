@@ -57,6 +57,7 @@ protected:
         ASSERT_TRUE(waitForFile(keld.files() / started));
         kill(program, GetParam());
         Ended const ended = keld.finish();
+        EXPECT_FALSE(tests::segmentIsThere("keld_" + std::to_string(program) + "_1"));
         EXPECT_EQ(GetParam(), ended.signal);
         EXPECT_EQ("", ended.out);
         EXPECT_EQ("", ended.err);

@@ -183,7 +183,7 @@ TEST_P(KeldMemoryLimit, EndsATranslatorThatGoesBeyondIt)
     ASSERT_NE(std::string::npos, words);
     ASSERT_EQ(1, std::sscanf(ended.err.c_str() + words, "the translator took %d MB", &taken));
     EXPECT_GT(taken, 100);
-    EXPECT_LT(taken, 2000);
+    EXPECT_LT(taken, 1100);
 }
 
 INSTANTIATE_TEST_SUITE_P(InScript, KeldMemoryLimit, testing::Bool());

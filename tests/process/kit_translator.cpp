@@ -71,13 +71,14 @@ void ignoreTermination()
 [[noreturn]] void eatMemory()
 {
     constexpr std::size_t Block = 1 << 20;
-    constexpr int Most = 2000; // blocks, should nobody
+    constexpr int Most = 1000; // blocks, should nobody
     std::vector<std::unique_ptr<char[]>> blocks;
     for (int i = 0; i < Most; ++i) {
         blocks.emplace_back(new char[Block]);
         std::memset(blocks.back().get(), 1, Block);
     }
-    _exit(0);
+    for (;;)
+        pause();
 }
 
 void noCoreFile()

@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <csignal>
 #include <filesystem>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -352,6 +353,19 @@ TEST_F(ChannelEnd, WhatATranslatorLeftBehindIsKilledAtOnceToo)
     EXPECT_EQ(read(), "");
     endNow();
     EXPECT_TRUE(hasGone(helper));
+}
+
+TEST_F(ChannelEnd, AProcessThatNobodyReapsIsNotWaitedFor)
+{
+    ScopedEnvironment const grace("KELD_GRACE_MS", "3600000");
+    expectWellInFork([] {
+        // What the translator leaves behind comes to this process, which does not look at it.
+        ::prctl(PR_SET_CHILD_SUBREAPER, 1);
+        EXPECT_EQ(open(shell("(sleep 0.05 3>&- 4>&-) & echo up >&4")), 1);
+        EXPECT_EQ(readLine(), "up");
+        shutDown();
+        EXPECT_GT(::waitpid(-1, nullptr, WNOHANG), 0);
+    });
 }
 
 TEST_F(ChannelEnd, ATranslatorThatLeftItsGroupIsKilledAtOnceToo)
