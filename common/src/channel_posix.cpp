@@ -255,6 +255,22 @@ void ServerShutdownAndClosePipes(int channel)
     s_Channel.m_IsOpen = false;
 }
 
+void ServerEndNow(int channel, int milliseconds)
+{
+    if (channel == KELD_CHANNEL_NUMBER)
+        s_Channel.m_Translator.endNow(std::chrono::milliseconds(milliseconds));
+}
+
+int ServerGetProcess(int channel)
+{
+    return channel == KELD_CHANNEL_NUMBER ? s_Channel.m_Translator.group() : 0;
+}
+
+TranslatorEnding ServerGetEnding(int channel)
+{
+    return channel == KELD_CHANNEL_NUMBER ? s_Channel.m_Translator.ending() : TranslatorEnding{};
+}
+
 void ServerSetOldPath(char const * path)
 {
     ServerFreeOldPath();

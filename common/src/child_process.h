@@ -3,7 +3,10 @@
 
 #include "command_line.h"
 
+#include <keld-common/channel.h>
+
 #include <chrono>
+#include <mutex>
 #include <string>
 #include <sys/types.h>
 #include <vector>
@@ -43,15 +46,30 @@ public:
     /// after `patience`, and reaps the child.
     void end(Clock::time_point limit, std::chrono::milliseconds patience);
 
+    /// Asks child and process group to terminate and kills after `patience` what is left. Reaps
+    /// nothing. May be called from any thread.
+    void endNow(std::chrono::milliseconds patience);
+
+    /// The id of the child and its group, 0 once nothing is left of them. May be called from any
+    /// thread.
+    pid_t group();
+
+    /// How the child ended that was started last.
+    TranslatorEnding const & ending() const { return m_Ending; }
+
 private:
     void onEnd();
     bool groupIsEmpty();
     bool waitForGroup(Clock::time_point limit);
     void signalAll(int signal);
 
+    // Only the thread that runs the child writes these two, and only under the mutex, so that
+    // another thread that holds it knows what the numbers mean.
     int m_Descriptor = -1;
     // 0 once no process of the group is left: its number may mean other processes from then on.
     pid_t m_Group = 0;
+    std::mutex m_Mutex;
+    TranslatorEnding m_Ending = {};
 };
 
 } // namespace keld_common

@@ -1,5 +1,6 @@
 #include "child_process.h"
 #include "polling.h"
+#include "process_group.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -16,6 +17,9 @@
 namespace keld_common {
 
 namespace {
+
+/// How long what was killed may take to let go of its memory.
+constexpr std::chrono::seconds s_TimeToDie{2};
 
 /// What posix_spawn is told, freed at the end of the scope.
 class SpawnSettings
@@ -116,6 +120,8 @@ bool ChildProcess::start(StartableCommand const & command,
         errno = error;
         return false;
     }
+    std::lock_guard const lock(m_Mutex);
+    m_Ending = {};
     m_Group = process;
     m_Descriptor = openProcess(process);
     if (m_Descriptor != -1 && isChild(m_Descriptor))
@@ -163,10 +169,14 @@ bool ChildProcess::waitUntil(Clock::time_point limit)
 /// looked at now, while its number cannot mean another one.
 void ChildProcess::onEnd()
 {
+    std::lock_guard const lock(m_Mutex);
     siginfo_t info = {};
     while (::waitid(P_PIDFD, static_cast<id_t>(m_Descriptor), &info, WEXITED) == -1 &&
            errno == EINTR) {
     }
+    if (m_Ending.how == KELD_ENDING_UNKNOWN && info.si_pid != 0)
+        m_Ending = {info.si_code == CLD_EXITED ? KELD_ENDING_EXITED : KELD_ENDING_SIGNALLED,
+                    info.si_status};
     ::close(std::exchange(m_Descriptor, -1));
     groupIsEmpty();
 }
@@ -178,19 +188,14 @@ bool ChildProcess::groupIsEmpty()
     return m_Group == 0;
 }
 
-/// Waits for processes that the child has left behind in its group. They are no children of this
-/// process, so that nothing tells when they end.
+/// Waits for processes that the child has left behind in its group.
 bool ChildProcess::waitForGroup(Clock::time_point limit)
 {
-    int pause = 1;
-    while (!groupIsEmpty()) {
-        int const rest = millisecondsUntil(limit);
-        if (rest == 0)
-            return false;
-        ::poll(nullptr, 0, std::min(pause, rest));
-        pause = std::min(2 * pause, 20);
-    }
-    return true;
+    bool const gone = m_Group == 0 || waitForEndOfGroup(m_Group, limit);
+    std::lock_guard const lock(m_Mutex);
+    if (gone)
+        m_Group = 0;
+    return gone;
 }
 
 void ChildProcess::signalAll(int signal)
@@ -206,14 +211,56 @@ void ChildProcess::end(Clock::time_point limit, std::chrono::milliseconds patien
 {
     if (waitUntil(limit) && waitForGroup(limit))
         return;
+    if (m_Descriptor != -1)
+        m_Ending = {KELD_ENDING_STOPPED, 0};
     signalAll(SIGTERM);
     limit = Clock::now() + patience;
     if (waitUntil(limit) && waitForGroup(limit))
         return;
     signalAll(SIGKILL);
     waitUntil(Clock::time_point::max());
-    // What was killed disappears when its new parent has reaped it, which is not this process.
+    // What was killed lets go of all that it held a moment later.
+    waitForGroup(Clock::now() + s_TimeToDie);
+    std::lock_guard const lock(m_Mutex);
     m_Group = 0;
+}
+
+void ChildProcess::endNow(std::chrono::milliseconds patience)
+{
+    pid_t group = 0;
+    int process = -1;
+    {
+        std::lock_guard const lock(m_Mutex);
+        group = m_Group;
+        if (m_Descriptor != -1)
+            process = ::fcntl(m_Descriptor, F_DUPFD_CLOEXEC, static_cast<int>(FirstPrivate));
+        signalAll(SIGTERM);
+    }
+    // The child may have left its group, and the group may outlive it.
+    auto const ends = [&](Clock::time_point limit) {
+        pollfd child = {process, POLLIN, 0};
+        while (process != -1 && ::poll(&child, 1, millisecondsUntil(limit)) == -1 &&
+               errno == EINTR) {
+        }
+        bool const childRuns = process != -1 && child.revents == 0;
+        return (group == 0 || waitForEndOfGroup(group, limit)) && !childRuns;
+    };
+    if (!ends(Clock::now() + patience)) {
+        {
+            std::lock_guard const lock(m_Mutex);
+            if (m_Group == group)
+                signalAll(SIGKILL);
+        }
+        ends(Clock::now() + s_TimeToDie);
+    }
+    if (process != -1)
+        ::close(process);
+}
+
+pid_t ChildProcess::group()
+{
+    std::lock_guard const lock(m_Mutex);
+    return m_Group;
 }
 
 } // namespace keld_common

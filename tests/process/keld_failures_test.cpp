@@ -99,6 +99,7 @@ struct Death
 {
     char const * name;
     char const * script;
+    char const * words; ///< how it ended
 };
 
 void PrintTo(Death const & death, std::ostream * stream)
@@ -109,6 +110,21 @@ void PrintTo(Death const & death, std::ostream * stream)
 std::string nameOf(testing::TestParamInfo<Death> const & info)
 {
     return info.param.name;
+}
+
+constexpr char const * Exit0 = "ended without an answer, with exit code 0";
+constexpr char const * Exit1 = "ended without an answer, with exit code 1";
+constexpr char const * Kill =
+    "ended without an answer, killed by signal 9 (Killed); the system kills "
+    "like this when memory runs out";
+constexpr char const * Fault = "ended without an answer, killed by signal 11 (Segmentation fault)";
+constexpr char const * Silence = "stopped talking without an answer and had to be ended";
+
+/// What is said of a fault behind the words for it.
+std::string hintFor(std::string const & words)
+{
+    return words == Fault ? "keld: f.scripted: --report DIR keeps a crash report of such a run.\n"
+                          : "";
 }
 
 class KeldImportDeath : public testing::TestWithParam<Death>
@@ -122,24 +138,26 @@ TEST_P(KeldImportDeath, IsToldAndLeavesNothing)
     Ended const ended = keld.run({"import", "-q", "f.scripted"});
     EXPECT_EQ(4, ended.code);
     EXPECT_EQ("", ended.out);
-    EXPECT_EQ(
-        "keld: f.scripted: the translator ended without an answer; nothing came of the run.\n",
-        ended.err);
+    std::string const words = GetParam().words;
+    EXPECT_EQ("keld: f.scripted: the translator " + words + "; nothing came of the run.\n" +
+                  hintFor(words),
+              ended.err);
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Stages, KeldImportDeath,
     testing::Values(
-        Death{"AtOnce", "exit 1"}, Death{"AtOnceBySignal", "die 11"},
-        Death{"BeforeTheFileIsAccepted", "options;read;exit 1"},
-        Death{"AfterTheFileIsAccepted", "options;read;frame 123;die 9"},
-        Death{"AfterTheSegmentIsNamed", "options;read;frame 123;read;exit 0"},
-        Death{"InTheMiddleOfTheModel", "options;read;frame 123;read;create-segment 100000;die 9"},
-        Death{"BeforeItsAnswer", "options;read;frame 123;read;model 100;die 9"},
+        Death{"AtOnce", "exit 1", Exit1}, Death{"AtOnceBySignal", "die 11", Fault},
+        Death{"BeforeTheFileIsAccepted", "options;read;exit 1", Exit1},
+        Death{"AfterTheFileIsAccepted", "options;read;frame 123;die 9", Kill},
+        Death{"AfterTheSegmentIsNamed", "options;read;frame 123;read;exit 0", Exit0},
+        Death{"InTheMiddleOfTheModel", "options;read;frame 123;read;create-segment 100000;die 9",
+              Kill},
+        Death{"BeforeItsAnswer", "options;read;frame 123;read;model 100;die 9", Kill},
         Death{"InTheMiddleOfItsAnswer",
-              "options;read;frame 123;read;model 100;bytes 0900780a;die 11"},
-        Death{"WithoutItsPipe", "options;read;frame 123;read;close frames;forever"},
-        Death{"WithAnEndMarkAlone", "options;read;frame 123;read;frame 126;read;frame 126"}),
+              "options;read;frame 123;read;model 100;bytes 0900780a;die 11", Fault},
+        Death{"WithoutItsPipe", "options;read;frame 123;read;close frames;forever", Silence},
+        Death{"WithAnEndMarkAlone", "options;read;frame 123;read;frame 126;read;frame 126", Exit0}),
     nameOf);
 
 class KeldExportDeath : public testing::TestWithParam<Death>
@@ -153,19 +171,21 @@ TEST_P(KeldExportDeath, IsToldAndLeavesNothing)
     Ended const ended = keld.run({"export", "-q", "f.scripted", "--points", "100"});
     EXPECT_EQ(4, ended.code);
     EXPECT_EQ("", ended.out);
-    EXPECT_EQ(
-        "keld: f.scripted: the translator ended without an answer; nothing came of the run.\n",
-        ended.err);
+    std::string const words = GetParam().words;
+    EXPECT_EQ("keld: f.scripted: the translator " + words + "; nothing came of the run.\n" +
+                  hintFor(words),
+              ended.err);
     EXPECT_EQ(std::set<std::string>{"installation"}, keld.files().names());
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Stages, KeldExportDeath,
-    testing::Values(Death{"AtOnce", "exit 1"},
-                    Death{"BeforeTheFileIsAccepted", "options;read;die 11"},
-                    Death{"AfterTheFileIsAccepted", "options;read;frame 123;exit 0"},
-                    Death{"AfterTheModelIsNamed", "options;read;frame 123;read;die 9"},
-                    Death{"WithoutItsPipe", "options;read;frame 123;read;close frames;forever"}),
+    testing::Values(Death{"AtOnce", "exit 1", Exit1},
+                    Death{"BeforeTheFileIsAccepted", "options;read;die 11", Fault},
+                    Death{"AfterTheFileIsAccepted", "options;read;frame 123;exit 0", Exit0},
+                    Death{"AfterTheModelIsNamed", "options;read;frame 123;read;die 9", Kill},
+                    Death{"WithoutItsPipe", "options;read;frame 123;read;close frames;forever",
+                          Silence}),
     nameOf);
 
 TEST(KeldFailures, ATranslatorThatDiesAfterItsAnswerHasAnswered)

@@ -46,6 +46,71 @@ TEST_P(KeldInterrupt, EndsATranslatorThatWritesAndKeepsTheOldFile)
         keld.files().names());
 }
 
+/// The signals that a program can act on.
+class KeldInterruptCaught : public testing::TestWithParam<int>
+{
+protected:
+    /// Sends the signal once the program's translator has made the file `started`, and expects the
+    /// program to be gone with everything.
+    static void interrupt(KeldProgram & keld, pid_t program, std::string const & started)
+    {
+        ASSERT_TRUE(waitForFile(keld.files() / started));
+        kill(program, GetParam());
+        Ended const ended = keld.finish();
+        EXPECT_FALSE(tests::segmentIsThere("keld_" + std::to_string(program) + "_1"));
+        EXPECT_EQ(GetParam(), ended.signal);
+        EXPECT_EQ("", ended.out);
+        EXPECT_EQ("", ended.err);
+        EXPECT_EQ(std::set<std::string>(), keld.temporaryFiles());
+    }
+};
+
+TEST_P(KeldInterruptCaught, EndsATranslatorThatIgnoresEverything)
+{
+    LeftoverGuard const guard;
+    KeldProgram keld;
+    keld.installScripted("scripted", "ignore 1;ignore 2;ignore 15;options;read;frame 123;read;"
+                                     "create-segment 100000;touch started;forever");
+    interrupt(keld, keld.start({"import", "-q", "f.scripted"}), "started");
+}
+
+TEST_P(KeldInterruptCaught, EndsATranslatorThatNeverTakesACommand)
+{
+    LeftoverGuard const guard;
+    KeldProgram keld;
+    keld.installScripted("scripted", "ignore 1;ignore 2;ignore 15;touch started;forever");
+    interrupt(keld, keld.start({"export", "-q", "f.scripted", "--points", "10"}), "started");
+}
+
+TEST_P(KeldInterruptCaught, EndsATranslatorThatWorksAndIgnoresEverything)
+{
+    LeftoverGuard const guard;
+    KeldProgram keld;
+    keld.install("kit", KELD_TEST_KIT_TRANSLATOR);
+    interrupt(keld, keld.start({"import", "-q", "stuck.kit"}), "stuck.kit.working");
+}
+
+TEST_P(KeldInterruptCaught, EndsATranslatorBelowAScriptThatWaitsForIt)
+{
+    LeftoverGuard const guard;
+    KeldProgram keld;
+    keld.installScripted("scripted", "ignore 1;ignore 2;ignore 15;options;read;frame 123;read;"
+                                     "create-segment 100000;touch started;forever");
+    tests::waitInScript(keld, "scripted");
+    interrupt(keld, keld.start({"import", "-q", "f.scripted"}), "started");
+}
+
+TEST_P(KeldInterruptCaught, EndsATranslatorThatTalksForever)
+{
+    LeftoverGuard const guard;
+    KeldProgram keld;
+    keld.installScripted("scripted", "ignore 1;ignore 2;ignore 15;options;read;frame 123;read;"
+                                     "touch started;flood");
+    interrupt(keld, keld.start({"import", "-q", "f.scripted"}), "started");
+}
+
+INSTANTIATE_TEST_SUITE_P(Signals, KeldInterruptCaught, testing::Values(SIGINT, SIGTERM, SIGHUP));
+
 INSTANTIATE_TEST_SUITE_P(Signals, KeldInterrupt, testing::Values(SIGINT, SIGTERM, SIGHUP, SIGKILL));
 
 TEST(KeldInterruptedEarly, RemovesTheOptionsFileThatNobodyRead)

@@ -186,6 +186,12 @@ void mountReadOnly(std::string const & directory)
         _exit(NotAllowedHere);
 }
 
+void waitInScript(KeldProgram const & keld, std::string const & name)
+{
+    std::ofstream(keld.bin() + "/keld_" + name + ".sh")
+        << "#!/bin/sh\n\"${0%/*}/keld_" << name << "_linux_x86_64\" \"$@\"\n";
+}
+
 bool waitForFile(std::string const & path)
 {
     bool const there = waitUntil([&] { return access(path.c_str(), F_OK) == 0; });

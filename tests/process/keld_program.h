@@ -94,6 +94,10 @@ void mountSmall(std::string const & directory, std::string const & size);
 /// Makes the file system at `directory` one that the program cannot write to.
 void mountReadOnly(std::string const & directory);
 
+/// Has the script of the installed translator `name` wait for the executable instead of becoming
+/// it.
+void waitInScript(KeldProgram const & keld, std::string const & name);
+
 /// Waits until the file `path` is there; false, and a failure of the test, when it does not come.
 bool waitForFile(std::string const & path);
 

@@ -101,7 +101,8 @@ TEST_F(KeldReportJson, IsWrittenForRunsThatFail)
     EXPECT_EQ("[2, 'cancelled', 9]", says("list(d['status'].values())[:3]"));
     EXPECT_EQ(4, import("crash").code);
     EXPECT_EQ("[1, 'failed', 8, '', "
-              "'the translator ended without an answer; nothing came of the run.']",
+              "'the translator ended without an answer, killed by signal 11 (Segmentation fault); "
+              "nothing came of the run.']",
               says("list(d['status'].values())"));
 }
 

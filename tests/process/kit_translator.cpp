@@ -11,8 +11,15 @@
 //   throw-standard.*   throw a standard exception
 //   throw-memory.*     run out of memory
 //   throw-other.*      throw something else
+//   end-<how>.*        tell phase "mapping" and entity "#12", then end as `endAs` says
+//   place-throw-*.*    the same before what "throw-*" does
+//   place.*            tell phases and entities, and end without an answer
+//   place-hostile.*    tell a phase and an entity that are long and drive a terminal
+//   place-refused.*    tell the same as end-*, and fail
+//   print.*            print by every means on the standard streams, then do as "succeed"
 //   crash.*            fault
 //   work.*             make the file "<path>.working", then work forever
+//   stuck.*            the same, and nothing but a kill ends it
 //   write-and-<what>.* on export: write half of a file, then "fail", "work" or "die"
 //   options.*          tell the options "text", "integer", "number" and "flag" in the log
 //   names.*            tell names of features and texts where metadata alone is wanted, and in
@@ -26,12 +33,19 @@
 #include <keld-translator-kit/translator.h>
 
 #include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <exception>
 #include <filesystem>
 #include <fstream>
+#include <iostream>
+#include <memory>
 #include <new>
 #include <stdexcept>
 #include <sys/resource.h>
 #include <unistd.h>
+#include <vector>
 
 namespace {
 
@@ -47,10 +61,90 @@ using translator_kit::Run;
         pause();
 }
 
-[[noreturn]] void crash()
+void ignoreTermination()
+{
+    for (int const signal : {SIGTERM, SIGINT, SIGHUP})
+        std::signal(signal, SIG_IGN);
+}
+
+/// Takes memory until somebody ends that.
+[[noreturn]] void eatMemory()
+{
+    constexpr std::size_t Block = 1 << 20;
+    constexpr int Most = 1000; // blocks, should nobody
+    std::vector<std::unique_ptr<char[]>> blocks;
+    for (int i = 0; i < Most; ++i) {
+        blocks.emplace_back(new char[Block]);
+        std::memset(blocks.back().get(), 1, Block);
+    }
+    for (;;)
+        pause();
+}
+
+void noCoreFile()
 {
     rlimit const noCore = {0, 0};
     setrlimit(RLIMIT_CORE, &noCore);
+}
+
+void endAs(std::string const & how)
+{
+    noCoreFile();
+    if (how == "abort")
+        std::abort();
+    else if (how == "segv")
+        raise(SIGSEGV);
+    else if (how == "kill")
+        raise(SIGKILL);
+    else if (how == "exit")
+        std::exit(3);
+    else if (how == "quietly")
+        _exit(0);
+    else if (how == "terminate")
+        std::terminate();
+    else if (how == "hang")
+        for (;;)
+            pause();
+    else if (how == "spin")
+        for (;;)
+            asm volatile("");
+    else if (how == "ignore")
+        for (ignoreTermination();;)
+            pause();
+    else if (how == "memory")
+        eatMemory();
+}
+
+void tellPlaces(Run & run)
+{
+    run.phase("parse");
+    run.at("#1");
+    run.phase("mapping");
+    _exit(0);
+}
+
+void tellHostilePlace(Run & run)
+{
+    run.phase("\x1b[2J" + std::string(1000, 'p'));
+    run.at("\a\n" + std::string(10000, '#'));
+    _exit(0);
+}
+
+void printEverywhere()
+{
+    std::printf("by printf\n");
+    std::fflush(stdout);
+    std::cout << "by a stream" << std::endl;
+    std::string const words = "by descriptor\n";
+    if (write(STDOUT_FILENO, words.data(), words.size()) < 0)
+        throw std::runtime_error("standard output is closed");
+    std::fprintf(stderr, "as an error\n");
+    std::printf("at the end\n"); // goes out when the process exits
+}
+
+[[noreturn]] void crash()
+{
+    noCoreFile();
     raise(SIGSEGV);
     _exit(0);
 }
@@ -86,7 +180,19 @@ void tellNames(Run & run, int features)
 
 void doAsNamed(std::string const & path, Run & run)
 {
-    std::string const name = std::filesystem::path(path).stem();
+    std::string name = std::filesystem::path(path).stem();
+    if (name.compare(0, 4, "end-") == 0 || name == "place-refused" ||
+        name.compare(0, 12, "place-throw-") == 0) {
+        run.phase("mapping");
+        run.at("#12");
+        name.erase(0, name.compare(0, 12, "place-throw-") == 0 ? 6 : 0);
+    }
+    if (name.compare(0, 4, "end-") == 0)
+        return endAs(name.substr(4));
+    if (name == "print") {
+        printEverywhere();
+        name = "succeed";
+    }
     if (name == "succeed") {
         run.progress(0);
         run.status(7);
@@ -113,7 +219,16 @@ void doAsNamed(std::string const & path, Run & run)
         throw 42;
     } else if (name == "crash") {
         crash();
+    } else if (name == "place") {
+        tellPlaces(run);
+    } else if (name == "place-hostile") {
+        tellHostilePlace(run);
+    } else if (name == "place-refused") {
+        throw Failure(Reason::Failed, "refused " + run.place());
     } else if (name == "work") {
+        workForever(path);
+    } else if (name == "stuck") {
+        ignoreTermination();
         workForever(path);
     } else if (name == "options") {
         tellOptions(run);

@@ -12,6 +12,9 @@
 //   record FILE           append the command that was taken, and a line feed, to FILE
 //   options               read and remove the options file
 //   expect-option N=TEXT  an option N was read, and its text or number is TEXT
+//   trail cut SIZE        write "A"s where the host looks for phase and entity, and cut that to
+//                         SIZE bytes
+//   trail fill SIZE       write SIZE "A"s there
 //   frame KEY [TYPE V]... send one frame: a key in decimal, values of type i32, i64 or f64; the
 //                         word "size" stands for the size of the model of "model"
 //   bytes HEX             send bytes as they are
@@ -32,6 +35,8 @@
 //   wait-hangup           wait until the host closes its end of the command pipe
 //   ignore NUMBER         ignore a signal
 //   forever               do nothing more
+//   flood                 send progress frames and do nothing more
+//   stop                  be stopped, as by a user's Ctrl-Z
 //   die NUMBER            die of a signal
 //   exit CODE             end at once
 #include <keld-common/channel.h>
@@ -105,6 +110,7 @@ private:
             {"record", &Script::record},
             {"options", &Script::readOptions},
             {"expect-option", &Script::expectOption},
+            {"trail", &Script::writeTrail},
             {"frame", &Script::sendFrame},
             {"bytes", &Script::sendBytes},
             {"drain", &Script::drain},
@@ -120,6 +126,8 @@ private:
             {"wait-hangup", &Script::waitHangUp},
             {"ignore", &Script::ignore},
             {"forever", &Script::forever},
+            {"flood", &Script::flood},
+            {"stop", &Script::stop},
             {"die", &Script::die},
             {"exit", &Script::exit},
         };
@@ -186,16 +194,34 @@ private:
     void expectOption(std::string const & nameAndText)
     {
         std::size_t const equals = nameAndText.find('=');
-        require(m_Options && equals != nameAndText.npos, "no options");
+        require(equals != nameAndText.npos);
+        std::string const found = option(nameAndText.substr(0, equals));
+        require(found == nameAndText.substr(equals + 1), found);
+    }
+
+    std::string option(std::string const & name) const
+    {
+        require(m_Options, "no options");
         for (int i = 0; i < m_Options->size(); ++i) {
             transl_tk::IOption * const option = m_Options->getOption(i);
-            if (option->getName() == nameAndText.substr(0, equals)) {
-                std::string const found = textOf(*option->getValue(0));
-                require(found == nameAndText.substr(equals + 1), found);
-                return;
-            }
+            if (option->getName() == name)
+                return textOf(*option->getValue(0));
         }
         require(false, "no such option");
+        return {};
+    }
+
+    void writeTrail(std::string const & words)
+    {
+        std::istringstream stream(words);
+        std::string what;
+        std::size_t size = 0;
+        stream >> what >> size;
+        int const file = open(option("BREADCRUMBS_FILE").c_str(), O_WRONLY);
+        std::string const bytes(what == "fill" ? size : CommandSize, 'A');
+        require(::write(file, bytes.data(), bytes.size()) == static_cast<ssize_t>(bytes.size()));
+        require(what == "fill" || ftruncate(file, static_cast<off_t>(size)) == 0);
+        close(file);
     }
 
     static std::string textOf(transl_tk::IValue & value)
@@ -364,6 +390,18 @@ private:
     {
         for (;;)
             pause();
+    }
+
+    void flood(std::string const &)
+    {
+        for (;;)
+            sendFrame("121 i32 50");
+    }
+
+    void stop(std::string const &)
+    {
+        raise(SIGSTOP);
+        require(false, "continued");
     }
 
     void die(std::string const & number)

@@ -1,8 +1,12 @@
 #include "exchange_run.h"
 
+#include "translator_end.h"
+
+#include <keld-common/channel.h>
 #include <keld-common/files.h>
 #include <keld-transl/model/pool.h>
 #include <keld-transl/process/server.h>
+#include <keld-translator-kit/breadcrumbs.h>
 
 #include <charconv>
 #include <type_traits>
@@ -59,8 +63,29 @@ constexpr int TranslatorEnd = 90;
 
 template <class Driver>
 ExchangeRun<Driver>::ExchangeRun(RunSettings const & settings)
-    : m_Settings(settings), m_Segment(newSegmentName())
+    : m_Settings(settings), m_Segment(newSegmentName()), m_Watch(settings.limits)
 {}
+
+template <class Driver> void ExchangeRun<Driver>::exchange(std::function<void()> const & work)
+{
+    InterruptibleRun const interruptible(m_Segment);
+    m_Watch.resume();
+    work();
+    m_Watch.pause();
+}
+
+template <class Driver> std::string ExchangeRun<Driver>::wordsForEnd()
+{
+    std::string const place = m_Breadcrumbs.place();
+    switch (m_Watch.excess()) {
+    case TranslatorWatch::Excess::Time:
+        return wordsForTimeLimit(m_Settings.limits, place);
+    case TranslatorWatch::Excess::Memory:
+        return wordsForMemoryLimit(m_Settings.limits, m_Watch.peak(), place);
+    default:
+        return wordsForEnding(ServerGetEnding(KELD_CHANNEL_NUMBER), place);
+    }
+}
 
 template <class Driver> void ExchangeRun<Driver>::setProgress(int const & percent)
 {
@@ -75,6 +100,9 @@ template <class Driver> void ExchangeRun<Driver>::fillOptions()
     transl_tk::IExecIO & options = *this->getExecIO();
     for (auto const & [name, value] : m_Settings.options)
         options.addOption(makeOption(name, makeValue(value)));
+    if (!m_Breadcrumbs.path().empty())
+        options.addOption(makeOption(translator_kit::BreadcrumbsOption,
+                                     IValue::create(m_Breadcrumbs.path().c_str())));
     if (m_Settings.reportDirectory.empty())
         return;
     char const * const directory = m_Settings.reportDirectory.c_str();
@@ -86,6 +114,7 @@ template <class Driver>
 bool ExchangeRun<Driver>::onSuccess(char * buffer, int & position, bool const & hasPayload,
                                     int & messageId)
 {
+    m_Watch.pause();
     m_Answered = true;
     bool const result = Driver::onSuccess(buffer, position, hasPayload, messageId);
     noteExchange();
@@ -96,7 +125,9 @@ template <class Driver>
 bool ExchangeRun<Driver>::onFilePathNameOk(char * buffer, int & position, bool const & hasPayload,
                                            int & messageId)
 {
+    m_Watch.pause(); // an export puts the model into its segment now
     bool const result = Driver::onFilePathNameOk(buffer, position, hasPayload, messageId);
+    m_Watch.resume();
     noteExchange();
     return result;
 }
@@ -105,6 +136,7 @@ template <class Driver>
 bool ExchangeRun<Driver>::onExit(char * buffer, int & position, bool const & hasPayload,
                                  int & messageId)
 {
+    m_Watch.pause();
     m_Answered = true;
     bool const result = Driver::onExit(buffer, position, hasPayload, messageId);
     noteExchange();
@@ -143,7 +175,7 @@ transl_tk::SubPool & ImportRun::model() const
 
 void ImportRun::run()
 {
-    read(m_Settings.fileName, m_Settings.translator.serverType);
+    exchange([this] { read(m_Settings.fileName, m_Settings.translator.serverType); });
 }
 
 ExportRun::ExportRun(RunSettings const & settings, std::function<void()> fillModel)
@@ -152,7 +184,7 @@ ExportRun::ExportRun(RunSettings const & settings, std::function<void()> fillMod
 
 void ExportRun::run()
 {
-    write(m_Settings.fileName, m_Settings.translator.serverType);
+    exchange([this] { write(m_Settings.fileName, m_Settings.translator.serverType); });
 }
 
 } // namespace keld

@@ -1,7 +1,10 @@
 #ifndef KELD_TOOLS_EXCHANGE_RUN_H
 #define KELD_TOOLS_EXCHANGE_RUN_H
 
+#include "breadcrumb_trail.h"
+#include "interrupt.h"
 #include "progress_display.h"
+#include "translator_watch.h"
 #include "translators.h"
 
 #include <keld-transl/model/sub_pool.h>
@@ -24,6 +27,7 @@ struct RunSettings
     std::string fileName;
     TranslatorChoice const & translator;
     std::vector<OptionText> const & options;
+    Limits limits;
     std::string reportDirectory; ///< where the translator puts its report and dumps; empty for none
     ProgressDisplay & progress;
 };
@@ -40,6 +44,12 @@ public:
 
     /// Why the model could not be handed over, in a sentence; empty when it could.
     std::string const & exchangeFailure() const { return m_ExchangeFailure; }
+
+    /// Says of a run without an answer how the translator ended and where it was then, a sentence.
+    std::string wordsForEnd();
+
+    /// Whether the translator was ended because it went beyond a limit.
+    bool exceededLimit() { return m_Watch.excess() != TranslatorWatch::Excess::None; }
 
     std::string getSharedMemName() override { return m_Segment; }
     void setProgress(int const & percent) override;
@@ -59,10 +69,16 @@ public:
 protected:
     RunSettings m_Settings;
 
+    /// Does `work`, a whole run, within the limits, and such that an interrupt leaves nothing of
+    /// it.
+    void exchange(std::function<void()> const & work);
+
 private:
     void noteExchange();
 
     std::string m_Segment;
+    BreadcrumbTrail m_Breadcrumbs;
+    TranslatorWatch m_Watch;
     bool m_Answered = false;
     bool m_TranslatorSpeaks = false; ///< the progress comes from the translator
     std::string m_ExchangeFailure;

@@ -14,6 +14,7 @@ enum ExitCode : int {
     RunCancelled = 6,
     OutputFailed = 7,   ///< standard output or the report could not be written
     DatabaseFailed = 8, ///< a database of metadata could not be used
+    LimitExceeded = 9,  ///< the translator went beyond a limit and was ended
     SomeFailed = 10     ///< of several files, some completed and others did not
 };
 

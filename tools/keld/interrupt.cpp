@@ -1,5 +1,6 @@
 #include "interrupt.h"
 
+#include <keld-common/channel.h>
 #include <keld-common/file_mapping.h>
 #include <keld-common/files.h>
 #include <keld-transl/process/exec_io.h>
@@ -7,6 +8,7 @@
 #include <cerrno>
 #include <csignal>
 #include <fcntl.h>
+#include <mutex>
 #include <string>
 #include <thread>
 #include <unistd.h>
@@ -17,7 +19,32 @@ namespace {
 
 constexpr int Signals[] = {SIGINT, SIGTERM, SIGHUP, SIGPIPE};
 
+constexpr int Patience = 200; // milliseconds for a translator that tidies up
+
 int signalPipe[2];
+
+/// The segment of the current run. Once the program is interrupted the mutex stays taken.
+struct CurrentSegment
+{
+    std::mutex mutex;
+    std::string name;
+};
+
+/// Never freed: the thread that waits for signals outlives everything else.
+CurrentSegment & currentSegment()
+{
+    static auto & segment = *new CurrentSegment;
+    return segment;
+}
+
+/// Removes the name of a segment whose holders have died: to open it and let go makes this process
+/// its last holder.
+void removeSegment(std::string const & name)
+{
+    if (!name.empty())
+        OpenFileMappingA(KELD_FILE_MAP_ALL_ACCESS, 0, name.c_str());
+    ReleaseFileMappings();
+}
 
 void passOn(int signal)
 {
@@ -32,9 +59,11 @@ void die(std::string const & optionsFile)
     unsigned char signal = 0;
     while (read(signalPipe[0], &signal, 1) != 1) {
     }
+    currentSegment().mutex.lock();
+    ServerEndNow(KELD_CHANNEL_NUMBER, Patience);
     if (!optionsFile.empty())
         unlink_utf8(optionsFile.c_str());
-    ReleaseFileMappings();
+    removeSegment(currentSegment().name);
     if (isatty(STDERR_FILENO))
         (void)!write(STDERR_FILENO, "\n", 1); // the progress bar's line
     std::signal(signal, SIG_DFL);
@@ -61,6 +90,18 @@ void cleanUpOnInterrupt()
         action.sa_flags = SA_RESTART;
         sigaction(signal, &action, nullptr);
     }
+}
+
+InterruptibleRun::InterruptibleRun(std::string const & segment)
+{
+    std::lock_guard const lock(currentSegment().mutex);
+    currentSegment().name = segment;
+}
+
+InterruptibleRun::~InterruptibleRun()
+{
+    std::lock_guard const lock(currentSegment().mutex);
+    currentSegment().name.clear();
 }
 
 } // namespace keld

@@ -25,6 +25,7 @@ constexpr char const * ExitCodes = R"(Exit codes:
   6  the run was cancelled
   7  output could not be written
   8  a database of metadata could not be used
+  9  the translator was ended for --time-limit or --memory-limit
   10 some of several files completed and others did not
 When none of several files completes, the code is the one that they share, or else 1.)";
 

@@ -2,7 +2,9 @@
 
 #include "exchange_run.h"
 #include "model_summary.h"
+#include "translator_end.h"
 
+#include <keld-common/channel.h>
 #include <keld-transl/model/pool.h>
 
 #include <algorithm>
@@ -35,7 +37,7 @@ bool isUsable(TranslatorChoice const & choice, std::string const & file, RunOutc
 }
 
 /// How a run ended.
-template <class Driver> RunOutcome outcomeOf(ExchangeRun<Driver> const & run)
+template <class Driver> RunOutcome outcomeOf(ExchangeRun<Driver> & run)
 {
     unsigned int const status = run.serverExitStatus();
     RunOutcome outcome = {Success, status, run.serverExitStatusMsg(), {}};
@@ -47,13 +49,21 @@ template <class Driver> RunOutcome outcomeOf(ExchangeRun<Driver> const & run)
         outcome.code = ExchangeFailed;
         outcome.explanation = run.exchangeFailure();
     } else if (!run.answered() && status == transl_tk::ExitCompleted) {
-        outcome.code = NoAnswer;
+        outcome.code = run.exceededLimit() ? LimitExceeded : NoAnswer;
         outcome.words.clear(); // nobody has said that it completed
-        outcome.explanation = "the translator ended without an answer; nothing came of the run.";
+        outcome.explanation = run.wordsForEnd();
     } else if (status != transl_tk::ExitCompleted) {
         outcome.code = status == transl_tk::ExitCancelled ? RunCancelled : RunFailed;
     }
     return outcome;
+}
+
+/// Says how to learn more of a crash that was not looked into.
+void printCrashHint(RunOutcome const & outcome, RunReport const & report, std::string const & file)
+{
+    if (outcome.code == NoAnswer && report.directory().empty() &&
+        isCrash(ServerGetEnding(KELD_CHANNEL_NUMBER)))
+        complain(file, "--report DIR keeps a crash report of such a run.");
 }
 
 /// Says how a run ended; success on standard output.
@@ -113,7 +123,8 @@ bool importModel(CommonArguments const & arguments, RunReport const & report,
     DumpWatch const dumps(reportDirectory);
     ProgressDisplay::Style const style = ProgressDisplay::styleFor(arguments.quiet);
     auto display = std::make_unique<ProgressDisplay>(style, "Import");
-    ImportRun run({file.path, translator, arguments.options, reportDirectory, *display});
+    ImportRun run(
+        {file.path, translator, arguments.options, arguments.limits, reportDirectory, *display});
     run.run();
     display.reset();
     dumps.print();
@@ -122,6 +133,7 @@ bool importModel(CommonArguments const & arguments, RunReport const & report,
     outcome = outcomeOf(run);
     if (outcome.code != Success || !silentSuccess)
         printOutcome(outcome, file.path);
+    printCrashHint(outcome, report, file.path);
     return true;
 }
 
@@ -137,8 +149,9 @@ ExitCode exportModel(CommonArguments const & arguments, RunReport const & report
     DumpWatch const dumps(reportDirectory);
     ProgressDisplay::Style const style = ProgressDisplay::styleFor(arguments.quiet);
     auto display = std::make_unique<ProgressDisplay>(style, "Export");
-    ExportRun run({file.path, translator, arguments.options, reportDirectory, *display},
-                  std::move(fillModel));
+    ExportRun run(
+        {file.path, translator, arguments.options, arguments.limits, reportDirectory, *display},
+        std::move(fillModel));
     run.run();
     if (run.answered())
         display->show(100);
@@ -146,6 +159,7 @@ ExitCode exportModel(CommonArguments const & arguments, RunReport const & report
     dumps.print();
     outcome = outcomeOf(run);
     printOutcome(outcome, file.path);
+    printCrashHint(outcome, report, file.path);
     return outcome.code;
 }
 

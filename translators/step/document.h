@@ -40,6 +40,8 @@ struct Document
     std::vector<Product> products;
     /// Words for the entity of the file that a shape was made from, such as "#12"; may be empty.
     std::function<std::string(TopoDS_Shape const &)> entityOf;
+    /// The same of a face, at the cost of a look-up; may give nothing, and may be empty itself.
+    std::function<std::string(TopoDS_Shape const &)> faceEntityOf;
 };
 
 /// Reads the file `path`. Entities that the kernel cannot read are counted as lost. Progress of the

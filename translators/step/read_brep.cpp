@@ -40,6 +40,7 @@ bool placesSolidsAgain(TopoDS_Shape const & shape)
 
 Document readBrep(std::string const & path, bool binary, translator_kit::Run & run)
 {
+    run.phase("parse");
     TopoDS_Shape shape;
     Handle(TransferProgress) const progress = new TransferProgress(run, TransferStart, TransferEnd);
     bool const read = binary

@@ -21,6 +21,7 @@ using translator_kit::Run;
 
 void read(std::string const & path, Run & run)
 {
+    run.phase("look at the file");
     run.progress(0);
     FileKind const kind = fileKindOf(path);
     std::string const words = disagreement(path, kind);
@@ -44,9 +45,9 @@ void readFile(std::string const & path, Run & run)
         messages.tell(run);
     } catch (Standard_Failure const & failure) {
         messages.tell(run);
-        throw Failure(Reason::Failed,
-                      path + " made the kernel fail: " + failure.DynamicType()->Name() + " " +
-                          failure.GetMessageString() + ".");
+        throw Failure(Reason::Failed, path + " made the kernel fail " + run.place() + ": " +
+                                          failure.DynamicType()->Name() + " " +
+                                          failure.GetMessageString() + ".");
     } catch (Failure const &) {
         messages.tell(run);
         throw;

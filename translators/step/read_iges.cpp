@@ -58,11 +58,13 @@ Document readIges(std::string const & path, translator_kit::Run & run, Coverage 
     reader.SetNameMode(true);
     reader.SetLayerMode(true);
     {
+        run.phase("parse");
         SignOfLife const alive(run);
         if (reader.ReadFile(path.c_str()) != IFSelect_RetDone)
             throw Failure(Reason::Failed,
                           path + " is cut or damaged: it could not be read as an IGES file.");
     }
+    run.phase("transfer");
     Document result;
     result.content = newDocument();
     Handle(TransferProgress) const progress = new TransferProgress(run, TransferStart, TransferEnd);

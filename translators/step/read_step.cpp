@@ -10,6 +10,10 @@
 #include <STEPCAFControl_Reader.hxx>
 #include <Standard_Failure.hxx>
 #include <StepData_StepModel.hxx>
+#include <TCollection_HAsciiString.hxx>
+#include <Transfer_TransientProcess.hxx>
+#include <XSControl_TransferReader.hxx>
+#include <XSControl_WorkSession.hxx>
 
 namespace step {
 
@@ -37,6 +41,7 @@ void demand(STEPCAFControl_Reader & reader, Demand demand)
 
 void parse(STEPCAFControl_Reader & reader, std::string const & path, Run & run)
 {
+    run.phase("parse");
     SignOfLife const alive(run);
     if (reader.ReadFile(path.c_str()) != IFSelect_RetDone)
         throw Failure(Reason::Failed,
@@ -51,6 +56,17 @@ bool isWhole(StepData_StepModel const & model)
             return false;
     }
     return true;
+}
+
+/// The entity that the kernel was done with last, such as "#12".
+std::string lastEntity(STEPControl_Reader const & reader)
+{
+    auto const process = reader.WS()->TransferReader()->TransientProcess();
+    if (process.IsNull() || process->NbMapped() == 0)
+        return {};
+    auto const entity = process->Mapped(process->NbMapped());
+    auto const model = reader.StepModel();
+    return model->Number(entity) == 0 ? std::string() : model->StringLabel(entity)->ToCString();
 }
 
 std::string wordsOf(Standard_Failure const & failure)
@@ -74,11 +90,12 @@ Document readStep(std::string const & path, Run & run, Coverage & coverage)
         // The kernel falls over named shapes that refer to what is not in the file.
         Interface_Static::SetIVal("read.stepcaf.subshapes.name",
                                   isWhole(*reader.Reader().StepModel()) ? 1 : 0);
+        run.phase("transfer");
         run.progress(TransferStart);
         Document result;
         result.content = newDocument();
-        Handle(TransferProgress) const progress =
-            new TransferProgress(run, TransferStart, TransferEnd);
+        Handle(TransferProgress) const progress = new TransferProgress(
+            run, TransferStart, TransferEnd, [&reader] { return lastEntity(reader.Reader()); });
         try {
             reader.Transfer(result.content, progress->Start());
         } catch (Standard_Failure const & failure) {

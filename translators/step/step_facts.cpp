@@ -20,6 +20,7 @@
 #include <TColStd_SequenceOfAsciiString.hxx>
 #include <TCollection_HAsciiString.hxx>
 #include <TopoDS_Shape.hxx>
+#include <TopoDS_TShape.hxx>
 #include <TransferBRep.hxx>
 #include <Transfer_Binder.hxx>
 #include <Transfer_TransientProcess.hxx>
@@ -28,6 +29,8 @@
 #include <XSControl_TransferReader.hxx>
 #include <XSControl_WorkSession.hxx>
 #include <algorithm>
+#include <memory>
+#include <unordered_map>
 
 namespace step {
 
@@ -166,6 +169,19 @@ void gatherLoss(Handle(StepData_StepModel) const & model, Handle(Standard_Transi
                          : "the kernel made nothing of it, or nothing in the file uses it");
 }
 
+/// The numbers of the entities that the faces of the kernel were made from.
+using FaceNumbers = std::unordered_map<TopoDS_TShape const *, int>;
+
+void gatherFace(Handle(StepData_StepModel) const & model, Handle(Standard_Transient) const & entity,
+                Handle(Transfer_TransientProcess) const & process, FaceNumbers & numbers)
+{
+    if (!entity->IsKind(STANDARD_TYPE(StepShape_FaceSurface)))
+        return;
+    TopoDS_Shape const shape = TransferBRep::ShapeResult(process, entity);
+    if (!shape.IsNull())
+        numbers.emplace(shape.TShape().get(), model->IdentLabel(entity));
+}
+
 } // namespace
 
 void gatherFacts(STEPControl_Reader & reader, Document & document, Coverage & coverage)
@@ -175,12 +191,19 @@ void gatherFacts(STEPControl_Reader & reader, Document & document, Coverage & co
     gatherHeader(model, document);
     auto const transfer = reader.WS()->TransferReader();
     auto const process = transfer->TransientProcess();
+    auto const faces = std::make_shared<FaceNumbers>();
     for (int i = 1; i <= model->NbEntities(); ++i) {
         auto const entity = model->Value(i);
+        gatherFace(model, entity, process, *faces);
         gatherLoss(model, entity, process, coverage);
         if (auto const definition = Handle(StepBasic_ProductDefinition)::DownCast(entity))
             gatherProduct(definition, process, document);
     }
+    // The reader takes its model along when it goes.
+    document.faceEntityOf = [faces](TopoDS_Shape const & face) {
+        auto const found = faces->find(face.TShape().get());
+        return found == faces->end() ? std::string() : "#" + std::to_string(found->second);
+    };
     document.entityOf = [transfer, model](TopoDS_Shape const & shape) {
         auto const entity = transfer->EntityFromShapeResult(shape, 1);
         return entity.IsNull() ? std::string() : textOf(model->StringLabel(entity));

@@ -46,6 +46,7 @@ void setTransform(transl_tk::Hierarchy & node, gp_Trsf const & transform)
 
 void Structure::build(translator_kit::Run & run)
 {
+    run.phase("mapping");
     TDF_LabelSequence roots;
     XCAFDoc_DocumentTool::ShapeTool(m_Document.content->Main())->GetFreeShapes(roots);
     std::vector<transl_tk::Base *> tops;
@@ -62,6 +63,7 @@ void Structure::build(translator_kit::Run & run)
         ++done;
         run.progress(TransferEnd + static_cast<int>(30 * done / m_OpenParts.size()));
     }
+    run.phase("dimensions and tolerances");
     addPmi(*m_Document.content, m_Entities, m_Attributes, m_Coverage);
     addProducts();
     addHeader(tops);
@@ -136,12 +138,23 @@ void Structure::fillPart(TDF_Label const & definition, transl_tk::Part & part,
         TDF_Label label;
         return shapes->FindSubShape(definition, shape, label) ? nameOf(label) : std::string();
     };
-    Topology topology({nameOfShape, m_Document.entityOf}, m_Coverage);
+    std::string const words = "part \"" + std::string(part.getName()) + "\"";
+    auto const tellFace = [&, number = 0](TopoDS_Shape const & face) mutable {
+        ++number;
+        std::string const entity = m_Document.faceEntityOf ? m_Document.faceEntityOf(face) : "";
+        run.at((entity.empty() ? "face " + std::to_string(number) : entity) + " in " + words);
+    };
+    run.phase("mapping");
+    run.at(words);
+    Topology topology({nameOfShape, m_Document.entityOf, tellFace}, m_Coverage);
     TopoDS_Shape const shape = XCAFDoc_ShapeTool::GetShape(definition);
     topology.addShape(shape, part);
+    run.at(words);
     m_Entities.Bind(definition, {{&part}, &part});
     addSubShapeFacts(definition, part, topology);
     addTolerances(topology);
+    run.phase("tessellation");
+    run.at(words);
     if (m_Facets.wanted())
         addFacets(shape, part, topology, m_Facets, m_Attributes, run, m_Coverage);
 }

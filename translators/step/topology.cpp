@@ -204,6 +204,7 @@ transl_tk::Shell * Topology::shellFrom(TopoDS_Shape const & shell, bool boundsSo
 
 transl_tk::Face * Topology::faceFrom(TopoDS_Face const & face)
 {
+    m_Source.onFace(face);
     CarriedSurface surface;
     try {
         surface = surfaceOf(face);

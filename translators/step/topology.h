@@ -50,11 +50,13 @@ class Topology
 {
 public:
     /// `nameOf` gives the name of a shape in the file, `entityOf` words for the entity that it was
-    /// made from. Both may be asked for any shape that is added, and may give nothing.
+    /// made from. Both may be asked for any shape that is added, and may give nothing. `onFace` is
+    /// called before each face.
     struct Source
     {
         std::function<std::string(TopoDS_Shape const &)> nameOf;
         std::function<std::string(TopoDS_Shape const &)> entityOf;
+        std::function<void(TopoDS_Shape const &)> onFace;
     };
 
     Topology(Source source, Coverage & coverage) : m_Source(std::move(source)), m_Coverage(coverage)

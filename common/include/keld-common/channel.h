@@ -4,8 +4,8 @@
 /* The channel between a host process and one translator process: two pipes and a child.
  *
  * The host's functions take a channel number. This library serves one channel, KELD_CHANNEL_NUMBER;
- * calls with another number do nothing and answer 0 or null. All of them belong to the one thread
- * that runs the conversation.
+ * calls with another number do nothing and answer 0 or null. All of them but ServerEndNow and
+ * ServerGetProcess belong to the one thread that runs the conversation.
  *
  * The library changes no signal disposition, installs no handler, and waits for no other child than
  * its own translator. A host may ignore SIGCHLD, or reap the translator itself.
@@ -84,6 +84,32 @@ KELD_COMMON_EXPORT void ServerEndOk(int channel);
  * it. Processes that an ended translator has left in its group are given the same time and end the
  * same way. Returns with no child left. */
 KELD_COMMON_EXPORT void ServerShutdownAndClosePipes(int channel);
+
+/* Ends the translator at once, whatever it does: asks it with all its process group to terminate,
+ * kills what is left after `milliseconds`, and waits until nothing of it runs. The channel learns
+ * of the end as of any other, and is still to be shut down. May be called from any thread. */
+KELD_COMMON_EXPORT void ServerEndNow(int channel, int milliseconds);
+
+/* The id of the translator's process, which is that of its process group, too; 0 when there is none
+ * of either. May be called from any thread. */
+KELD_COMMON_EXPORT int ServerGetProcess(int channel);
+
+enum {
+    KELD_ENDING_UNKNOWN = 0,   /* it runs, there was none, or the host has reaped it itself */
+    KELD_ENDING_EXITED = 1,    /* with the exit code `number` */
+    KELD_ENDING_SIGNALLED = 2, /* by the signal `number` */
+    KELD_ENDING_STOPPED = 3    /* it ran on until ServerShutdownAndClosePipes terminated it */
+};
+
+/* How a translator ended. */
+typedef struct TranslatorEnding
+{
+    int how; /* KELD_ENDING_... */
+    int number;
+} TranslatorEnding;
+
+/* How the translator that was started last on the channel has ended. */
+KELD_COMMON_EXPORT TranslatorEnding ServerGetEnding(int channel);
 
 /* Keeps a copy of the search path `path` until ServerFreeOldPath. */
 KELD_COMMON_EXPORT void ServerSetOldPath(char const * path);

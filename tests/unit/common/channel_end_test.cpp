@@ -3,7 +3,9 @@
 #include <cerrno>
 #include <csignal>
 #include <filesystem>
+#include <sys/prctl.h>
 #include <sys/wait.h>
+#include <thread>
 #include <unistd.h>
 
 using namespace tests;
@@ -18,6 +20,15 @@ protected:
     TemporaryDirectory m_Directory;
 
     std::string file(std::string_view name) const { return m_Directory / name; }
+
+    static void expectEnding(int how, int number)
+    {
+        TranslatorEnding const ending = ServerGetEnding(KELD_CHANNEL_NUMBER);
+        EXPECT_EQ(how, ending.how);
+        EXPECT_EQ(number, ending.number);
+    }
+
+    static void endNow() { ServerEndNow(KELD_CHANNEL_NUMBER, 50); }
 };
 
 } // namespace
@@ -252,4 +263,129 @@ TEST_F(ChannelEnd, AnUnreadableGraceTimeCountsAsNone)
         ASSERT_EQ(open(shell("read line <&3")), 1) << text;
         shutDown();
     }
+}
+
+TEST_F(ChannelEnd, AnExitCodeIsToldOnceTheTranslatorHasEnded)
+{
+    ASSERT_EQ(open(shell("echo up >&4; read line <&3; exit 7")), 1);
+    EXPECT_EQ(readLine(), "up");
+    expectEnding(KELD_ENDING_UNKNOWN, 0);
+    send("go\n");
+    EXPECT_TRUE(comesTrue([] { return record()->ended != 0; }));
+    expectEnding(KELD_ENDING_EXITED, 7);
+    shutDown();
+    expectEnding(KELD_ENDING_EXITED, 7);
+}
+
+TEST_F(ChannelEnd, ASignalIsTold)
+{
+    for (int const signal : {SIGKILL, SIGTERM, SIGUSR1}) {
+        outputOf(shell("kill -" + std::to_string(signal) + " $$"));
+        expectEnding(KELD_ENDING_SIGNALLED, signal);
+    }
+}
+
+TEST_F(ChannelEnd, ATranslatorThatHadToBeTerminatedHasNoEndingOfItsOwn)
+{
+    ASSERT_EQ(open(shell("trap \"exit 3\" TERM; echo up >&4; while :; do sleep 0.01; done")), 1);
+    EXPECT_EQ(readLine(), "up");
+    shutDown();
+    expectEnding(KELD_ENDING_STOPPED, 0);
+}
+
+TEST_F(ChannelEnd, WhoReapsTheTranslatorHimselfIsToldNothing)
+{
+    ASSERT_EQ(open(shell("read line <&3; exit 7")), 1);
+    send("go\n");
+    EXPECT_GT(::waitpid(-1, nullptr, 0), 0);
+    EXPECT_EQ(read(), "");
+    expectEnding(KELD_ENDING_UNKNOWN, 0);
+}
+
+TEST_F(ChannelEnd, ANewTranslatorHasNotEnded)
+{
+    outputOf(shell("exit 7"));
+    ASSERT_EQ(open(shell("read line <&3")), 1);
+    expectEnding(KELD_ENDING_UNKNOWN, 0);
+}
+
+TEST_F(ChannelEnd, TheProcessIsKnownWhileAnythingOfItIsLeft)
+{
+    EXPECT_EQ(ServerGetProcess(KELD_CHANNEL_NUMBER), 0);
+    ASSERT_EQ(open(shell("echo $$ >&4; read line <&3")), 1);
+    EXPECT_EQ(ServerGetProcess(KELD_CHANNEL_NUMBER), std::stoi(readLine()));
+    shutDown();
+    EXPECT_EQ(ServerGetProcess(KELD_CHANNEL_NUMBER), 0);
+}
+
+TEST_F(ChannelEnd, AnotherThreadMayEndTheTranslatorAtOnce)
+{
+    // Far longer than the test may take.
+    ScopedEnvironment const grace("KELD_GRACE_MS", "3600000");
+    ASSERT_EQ(open(shell("echo up >&4; while :; do sleep 60; done")), 1);
+    EXPECT_EQ(readLine(), "up");
+    std::thread other(endNow);
+    EXPECT_EQ(read(), "");
+    other.join();
+    shutDown();
+    expectEnding(KELD_ENDING_SIGNALLED, SIGTERM);
+}
+
+TEST_F(ChannelEnd, WhatIgnoresTerminationIsKilledWithAllThatItStarted)
+{
+    ScopedEnvironment const grace("KELD_GRACE_MS", "3600000");
+    ASSERT_EQ(open(shell("trap \"\" TERM; (while :; do sleep 60; done) & echo $! >&4; wait")), 1);
+    pid_t const helper = std::stoi(readLine());
+    endNow();
+    EXPECT_TRUE(hasGone(helper));
+    EXPECT_EQ(read(), "");
+    shutDown();
+    expectEnding(KELD_ENDING_SIGNALLED, SIGKILL);
+}
+
+TEST_F(ChannelEnd, WhatATranslatorLeftBehindIsKilledAtOnceToo)
+{
+    ScopedEnvironment const grace("KELD_GRACE_MS", "3600000");
+    ASSERT_EQ(
+        open(shell("(trap \"\" TERM; echo up >&4; while :; do sleep 60; done) & echo $! >&4")), 1);
+    std::string const lines = readLine() + readLine();
+    pid_t const helper = std::stoi(lines.substr(lines.find_first_of("0123456789")));
+    EXPECT_EQ(read(), "");
+    endNow();
+    EXPECT_TRUE(hasGone(helper));
+}
+
+TEST_F(ChannelEnd, AProcessThatNobodyReapsIsNotWaitedFor)
+{
+    ScopedEnvironment const grace("KELD_GRACE_MS", "3600000");
+    expectWellInFork([] {
+        // What the translator leaves behind comes to this process, which does not look at it.
+        ::prctl(PR_SET_CHILD_SUBREAPER, 1);
+        EXPECT_EQ(open(shell("(sleep 0.05 3>&- 4>&-) & echo up >&4")), 1);
+        EXPECT_EQ(readLine(), "up");
+        shutDown();
+        EXPECT_GT(::waitpid(-1, nullptr, WNOHANG), 0);
+    });
+}
+
+TEST_F(ChannelEnd, ATranslatorThatLeftItsGroupIsKilledAtOnceToo)
+{
+    ScopedEnvironment const grace("KELD_GRACE_MS", "3600000");
+    ASSERT_EQ(open(childCommand("leavesItsGroup")), 1);
+    EXPECT_EQ(readLine(), "left");
+    endNow();
+    EXPECT_EQ(read(), "");
+    shutDown();
+    expectEnding(KELD_ENDING_SIGNALLED, SIGKILL);
+}
+
+TEST_F(ChannelEnd, EndingWhatIsNotThereDoesNothing)
+{
+    endNow();
+    outputOf(shell("exit 7"));
+    endNow();
+    ServerEndNow(KELD_CHANNEL_NUMBER + 1, 50);
+    EXPECT_EQ(ServerGetProcess(KELD_CHANNEL_NUMBER + 1), 0);
+    EXPECT_EQ(ServerGetEnding(KELD_CHANNEL_NUMBER + 1).how, KELD_ENDING_UNKNOWN);
+    expectEnding(KELD_ENDING_EXITED, 7);
 }

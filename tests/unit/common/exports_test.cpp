@@ -24,13 +24,14 @@ TEST(Exports, AreTheFunctionsOfTheHeadersAndNothingElse)
                 testing::UnorderedElementsAre(
                     "CloseHandle", "CreateFileMappingA", "FileMappingFree", "FileMappingSize",
                     "FreeTreeS_P", "GetLastError", "GetNodeDataS_P", "MapViewOfFile", "NewTreeS_P",
-                    "OpenFileMappingA", "PrepareViewOfFile", "ReleaseFileMappings", "ServerEndOk",
-                    "ServerFreeOldPath", "ServerGetPtr", "ServerOpen", "ServerQueryExist",
-                    "ServerSendValist", "ServerSetInactive", "ServerSetLumoRunning",
-                    "ServerSetOldPath", "ServerShutdownAndClosePipes", "SetNodeDataS_P",
-                    "TranslatorAttach", "UnmapViewOfFile", "WalkTreeS_P",
-                    "crash_report_get_filename", "enableDatabaseStorage", "envexists_utf8",
-                    "getCurrentProcessId", "get_tmp_dir", "getenv_utf8", "iaccess",
-                    "install_crash_report_args", "pipe_read", "setDatabaseStorage", "str_case_cmp",
-                    "towin_path", "unlink_utf8", "vstudio_printf", "xmlSaveFormatFileEnc_utf8"));
+                    "OpenFileMappingA", "PrepareViewOfFile", "ReleaseFileMappings", "ServerEndNow",
+                    "ServerEndOk", "ServerFreeOldPath", "ServerGetEnding", "ServerGetProcess",
+                    "ServerGetPtr", "ServerOpen", "ServerQueryExist", "ServerSendValist",
+                    "ServerSetInactive", "ServerSetLumoRunning", "ServerSetOldPath",
+                    "ServerShutdownAndClosePipes", "SetNodeDataS_P", "TranslatorAttach",
+                    "UnmapViewOfFile", "WalkTreeS_P", "crash_report_get_filename",
+                    "enableDatabaseStorage", "envexists_utf8", "getCurrentProcessId", "get_tmp_dir",
+                    "getenv_utf8", "iaccess", "install_crash_report_args", "pipe_read",
+                    "setDatabaseStorage", "str_case_cmp", "towin_path", "unlink_utf8",
+                    "vstudio_printf", "xmlSaveFormatFileEnc_utf8"));
 }

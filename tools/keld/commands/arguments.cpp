@@ -16,6 +16,30 @@ OptionText parseOption(std::string const & text)
     return {text.substr(0, equals), text.substr(equals + 1)};
 }
 
+/// An option for a limit of up to `most`; "nan" is none.
+CLI::Option * addLimit(CLI::App & command, std::string const & name, double & limit, double most,
+                       std::string const & description)
+{
+    auto const set = [name, &limit, most](double number) {
+        if (!(number > 0 && number <= most))
+            throw CLI::ValidationError(name, "the limit is a number above 0");
+        limit = number;
+    };
+    return command.add_option_function<double>(name, set, description);
+}
+
+void addLimitArguments(CLI::App & command, Limits & limits)
+{
+    constexpr double Longest = 1e7;
+    constexpr double Most = 1e9;
+    addLimit(command, "--time-limit", limits.seconds, Longest,
+             "End a translator that takes longer than SECONDS, whatever it does")
+        ->type_name("SECONDS");
+    addLimit(command, "--memory-limit", limits.megabytes, Most,
+             "End a translator that takes more memory than MB million bytes")
+        ->type_name("MB");
+}
+
 } // namespace
 
 void addCommonArguments(CLI::App & command, CommonArguments & arguments)
@@ -37,6 +61,7 @@ void addCommonArguments(CLI::App & command, CommonArguments & arguments)
             "Give the translator an option: a whole number, a number, true, false, or a text")
         ->type_name("NAME=VALUE")
         ->allow_extra_args(false);
+    addLimitArguments(command, arguments.limits);
 }
 
 void addFileArgument(CLI::App & command, std::string const & name, std::string const & translator,

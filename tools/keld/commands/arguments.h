@@ -18,6 +18,7 @@ struct CommonArguments
     bool quiet = false;
     std::string reportDirectory;
     std::vector<OptionText> options;
+    Limits limits;
 };
 
 /// A file and the name of its translator; an empty name leaves that to what the file holds

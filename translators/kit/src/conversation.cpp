@@ -75,6 +75,13 @@ NamedModel parseModel(std::string const & sizeAndSegment)
     return model;
 }
 
+/// Where the run is, to stand behind words of its failure.
+std::string where(Run const & run)
+{
+    std::string const place = run.place();
+    return place.empty() ? "" : " (" + place + ")";
+}
+
 /// Brings a model into the current sub-pool.
 void readModel(NamedModel const & model)
 {
@@ -90,7 +97,8 @@ void readModel(NamedModel const & model)
 Conversation::Conversation(TranslatorEnds const & ends, Translator const & translator,
                            Options const & options, bool optionsFound)
     : m_Ends(ends), m_Commands(ends.commands), m_Frames(ends.frames), m_Translator(translator),
-      m_Options(options), m_OptionsFound(optionsFound)
+      m_Options(options), m_Trail(options.text(BreadcrumbsOption).value_or("")),
+      m_OptionsFound(optionsFound)
 {}
 
 void Conversation::hold()
@@ -141,6 +149,7 @@ void Conversation::sendModel(std::string const & path, std::string const & segme
     if (failure == Reason::MissingExportInfo || failure == Reason::Cancelled) {
         printLog(m_Translator.name);
     } else {
+        m_Trail.phase("handing over the model");
         HostWatch const watch(m_Ends);
         size = Server::writeSharedMem(segment);
         if (!Server::exchangeFailure().empty()) {
@@ -186,7 +195,9 @@ void Conversation::receiveModel(std::string const & path, std::string const & si
         [&](Run & run) {
             NamedModel const model = parseModel(sizeAndSegment);
             SegmentHold const hold(model.segment);
+            m_Trail.phase("taking over the model");
             readModel(model);
+            m_Trail.phase("");
             if (!m_Translator.writeFile)
                 throw Failure(Reason::UnsupportedFileType, "This translator writes no files.");
             m_Translator.writeFile(path, run);
@@ -206,7 +217,8 @@ void Conversation::receiveModel(std::string const & path, std::string const & si
 std::optional<Reason> Conversation::guarded(Work const & work, Reason otherwise,
                                             transl_tk::DataBasePolicy * metadata)
 {
-    Run run(m_Frames, m_Options, newModel(), metadata);
+    Run run(m_Frames, m_Options, m_Trail, newModel(), metadata);
+    m_Trail.phase("");
     std::optional<Reason> reason = otherwise;
     try {
         HostWatch const watch(m_Ends);
@@ -216,11 +228,11 @@ std::optional<Reason> Conversation::guarded(Work const & work, Reason otherwise,
         run.error(failure.what());
         reason = failure.reason();
     } catch (std::bad_alloc const &) {
-        run.error("There is not enough memory for this model.");
+        run.error("There is not enough memory for this model" + where(run) + ".");
     } catch (std::exception const & exception) {
-        run.error(exception.what());
+        run.error(exception.what() + where(run));
     } catch (...) {
-        run.error("The translator failed without saying why.");
+        run.error("The translator failed without saying why" + where(run) + ".");
     }
     if (!m_OptionsFound)
         run.warning("The options of this run were not found; the defaults were taken.");

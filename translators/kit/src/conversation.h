@@ -1,6 +1,8 @@
 #ifndef KELD_TRANSLATOR_KIT_CONVERSATION_H
 #define KELD_TRANSLATOR_KIT_CONVERSATION_H
 
+#include "trail.h"
+
 #include <keld-common/channel.h>
 #include <keld-transl/process/rwfd.h>
 #include <keld-translator-kit/translator.h>
@@ -40,6 +42,7 @@ private:
     transl_tk::RWFD m_Frames;
     Translator const & m_Translator;
     Options m_Options;
+    Trail m_Trail;
     bool m_OptionsFound;
 };
 

@@ -1,4 +1,5 @@
 #include "log.h"
+#include "trail.h"
 
 #include <keld-transl/model/pool.h>
 #include <keld-transl/reporting/logger_policy.h>
@@ -17,9 +18,9 @@ void addToLog(std::string const & words, cad::ILoggerPolicy::SubType subType)
 
 } // namespace
 
-Run::Run(transl_tk::RWFD & frames, Options const & options, transl_tk::SubPool & model,
-         transl_tk::DataBasePolicy * metadata)
-    : m_Frames(frames), m_Options(options), m_Model(model), m_Metadata(metadata)
+Run::Run(transl_tk::RWFD & frames, Options const & options, Trail & trail,
+         transl_tk::SubPool & model, transl_tk::DataBasePolicy * metadata)
+    : m_Frames(frames), m_Options(options), m_Trail(trail), m_Model(model), m_Metadata(metadata)
 {}
 
 void Run::progress(int percent)
@@ -51,6 +52,21 @@ void Run::alive()
 {
     m_Frames.setKey(transl_tk::FrameSkip);
     m_Frames.write_fd();
+}
+
+void Run::phase(std::string_view words)
+{
+    m_Trail.phase(words);
+}
+
+void Run::at(std::string_view entity)
+{
+    m_Trail.entity(entity);
+}
+
+std::string Run::place() const
+{
+    return m_Trail.words();
 }
 
 void Run::message(std::string const & words)

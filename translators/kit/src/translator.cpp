@@ -1,4 +1,5 @@
 #include "conversation.h"
+#include "standard_streams.h"
 
 #include <keld-common/channel.h>
 #include <keld-common/files.h>
@@ -22,6 +23,7 @@ int run(Translator const & translator)
         return 2;
     }
 
+    keepStandardOutputFree();
     // A host that is gone is noticed at its pipe, in order.
     std::signal(SIGPIPE, SIG_IGN);
     // The log is handed over as a whole; its entries are not to be echoed one by one as well.

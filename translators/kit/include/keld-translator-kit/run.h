@@ -7,18 +7,20 @@
 
 #include <chrono>
 #include <string>
+#include <string_view>
 
 namespace translator_kit {
 
 class Options;
+class Trail;
 
 /// One run, as the functions of a translator see it. Belongs to the thread that runs them.
 class Run
 {
 public:
     /// `metadata` is null unless the host asks for nothing else.
-    Run(transl_tk::RWFD & frames, Options const & options, transl_tk::SubPool & model,
-        transl_tk::DataBasePolicy * metadata = nullptr);
+    Run(transl_tk::RWFD & frames, Options const & options, Trail & trail,
+        transl_tk::SubPool & model, transl_tk::DataBasePolicy * metadata = nullptr);
     Run(Run const &) = delete;
     Run & operator=(Run const &) = delete;
 
@@ -31,6 +33,17 @@ public:
 
     /// Tells the host that the translator is at work, where nothing else is to be told.
     void alive();
+
+    /// Say what the translator does, such as "parse", and which entity of the file it does that to,
+    /// such as "#12". The host tells its user when the translator does not come back. A new phase
+    /// is at no entity. Both cost no more than a copy of the text, so that each face of a large
+    /// file may be told. A phase is cut to 511 bytes, an entity to 3583.
+    void phase(std::string_view words);
+    void at(std::string_view entity);
+
+    /// The last phase and entity in words, `in the phase "parse", at #12`; empty when none was
+    /// told.
+    std::string place() const;
 
     /// Append words for the user to the log. Empty words add nothing.
     void message(std::string const & words);
@@ -50,6 +63,7 @@ public:
 private:
     transl_tk::RWFD & m_Frames;
     Options const & m_Options;
+    Trail & m_Trail;
     transl_tk::SubPool & m_Model;
     transl_tk::DataBasePolicy * m_Metadata;
     int m_Percent = -1;

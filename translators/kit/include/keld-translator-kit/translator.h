@@ -76,8 +76,9 @@ struct Translator
 /// Serves the host that started this process until the host is done, and ends the process with exit
 /// code 0. Returns 2, with a sentence on standard error, when no host started it.
 ///
-/// The translator ends when its host does, also while one of its functions works. SIGPIPE is
-/// ignored in the process from here on.
+/// The translator ends when its host does, also while one of its functions works. From here on
+/// SIGPIPE is ignored in the process, and what it prints on standard output goes to standard error:
+/// standard output is the host's, which may print something there that a program is to read.
 int run(Translator const & translator);
 
 } // namespace translator_kit
