@@ -1,9 +1,9 @@
 #ifndef KELD_TOOLS_IMPORT_FILE_H
 #define KELD_TOOLS_IMPORT_FILE_H
 
-#include "commands/arguments.h"
 #include "exit_code.h"
 #include "file_result.h"
+#include "run_arguments.h"
 
 namespace keld {
 

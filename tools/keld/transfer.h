@@ -1,8 +1,8 @@
 #ifndef KELD_TOOLS_TRANSFER_H
 #define KELD_TOOLS_TRANSFER_H
 
-#include "commands/arguments.h"
 #include "exit_code.h"
+#include "run_arguments.h"
 #include "run_outcome.h"
 #include "run_report.h"
 

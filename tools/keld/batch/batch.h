@@ -1,8 +1,8 @@
 #ifndef KELD_TOOLS_BATCH_BATCH_H
 #define KELD_TOOLS_BATCH_BATCH_H
 
-#include "commands/arguments.h"
 #include "exit_code.h"
+#include "run_arguments.h"
 
 #include <string>
 #include <vector>

@@ -1,26 +1,17 @@
-#include "commands/arguments.h"
 #include "commands/commands.h"
+#include "interrupt.h"
 #include "model_summary.h"
 #include "transfer.h"
 
 #include <keld-transl/model/pool.h>
 
 #include <filesystem>
-#include <memory>
+
 namespace keld {
 
 using transl_tk::Pool;
 
-namespace {
-
-struct Arguments
-{
-    CommonArguments common;
-    FileArgument source;
-    FileArgument target;
-};
-
-ExitCode convert(Arguments const & arguments)
+ExitCode runConvert(ConvertArguments const & arguments)
 {
     FileArgument const & source = arguments.source;
     FileArgument const & target = arguments.target;
@@ -33,6 +24,7 @@ ExitCode convert(Arguments const & arguments)
         return WrongUsage;
     }
 
+    cleanUpOnInterrupt();
     PoolGuard const pool;
     RunReport const report(arguments.common.reportDirectory);
     RunOutcome imported;
@@ -43,20 +35,6 @@ ExitCode convert(Arguments const & arguments)
         Pool::getInstance()->setCurrent(source.path);
         Pool::getInstance()->logger()->clear();
     });
-}
-
-} // namespace
-
-void addConvertCommand(CLI::App & app, ChosenCommand & chosen)
-{
-    CLI::App & command =
-        *app.add_subcommand("convert", "Import a file and export its model to another one");
-    auto const arguments = std::make_shared<Arguments>();
-    addFileArgument(command, "IN", "--from", arguments->source, "The file to import");
-    addFileArgument(command, "OUT", "--to", arguments->target, "The file to write");
-    addCommonArguments(command, arguments->common);
-    command.callback(
-        [arguments, &chosen] { chosen = [arguments] { return convert(*arguments); }; });
 }
 
 } // namespace keld

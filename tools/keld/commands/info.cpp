@@ -1,7 +1,7 @@
 #include "catalogue/metadata_store.h"
-#include "commands/arguments.h"
 #include "commands/commands.h"
 #include "import_file.h"
+#include "interrupt.h"
 #include "json_output.h"
 #include "metadata_output.h"
 #include "transfer.h"
@@ -10,9 +10,8 @@
 #include <keld-transl/model/pool.h>
 #include <keld-translator-kit/translator.h>
 
-#include <chrono>
 #include <filesystem>
-#include <memory>
+
 namespace keld {
 
 using transl_tk::Pool;
@@ -20,15 +19,10 @@ using transl_tk::SubPool;
 
 namespace {
 
-struct Arguments
+int milliseconds(double seconds)
 {
-    CommonArguments common;
-    FileArgument file;
-    ImportOutput output;
-    bool metadata = false;               ///< the metadata instead of the model
-    std::string database;                ///< the catalogue to store it in; empty for none
-    double patience = defaultPatience(); ///< seconds
-};
+    return static_cast<int>(seconds * 1000);
+}
 
 /// Whether the catalogue `database`, if it is there, can be written to; says why not. A run can
 /// take long, and is for nothing when it cannot.
@@ -38,8 +32,7 @@ bool isUsableCatalogue(std::string const & database, double patience)
     if (database.empty() || !std::filesystem::exists(database, error))
         return true;
     try {
-        MetadataStore().connect(database, static_cast<int>(milliseconds(patience).count()), 0, 0,
-                                CatalogueForWriting);
+        MetadataStore().connect(database, milliseconds(patience), 0, 0, CatalogueForWriting);
         return true;
     } catch (DatabaseError const & failure) {
         complain(database, failure.what());
@@ -55,8 +48,7 @@ bool keepMetadata(MetadataStore & store, FileArgument const & file, std::string 
         auto const path = std::filesystem::weakly_canonical(std::filesystem::absolute(file.path));
         store.storeNEUTRAL(path, 0);
         store.storeVORN(chooseForImport(file.translator, file.path).name, 0);
-        store.connect(database, static_cast<int>(milliseconds(patience).count()), 0, 0,
-                      CatalogueForWriting);
+        store.connect(database, milliseconds(patience), 0, 0, CatalogueForWriting);
         store.storeData();
         store.disconnect();
         return true;
@@ -80,7 +72,7 @@ void takeMetadata(MetadataStore & store, std::string const & file, RunOutcome & 
     }
 }
 
-ExitCode importMetadata(Arguments const & arguments)
+ExitCode importMetadata(InfoArguments const & arguments)
 {
     FileArgument const & file = arguments.file;
     if (!isUsableName(file.path))
@@ -112,34 +104,11 @@ ExitCode importMetadata(Arguments const & arguments)
 
 } // namespace
 
-void addInfoCommand(CLI::App & app, ChosenCommand & chosen)
+ExitCode runInfo(InfoArguments const & arguments)
 {
-    CLI::App & command =
-        *app.add_subcommand("info", "Import a file and print what it holds, for programs too");
-    auto const arguments = std::make_shared<Arguments>();
-    addFileArgument(command, "FILE", "--translator", arguments->file, "The file to import");
-    addOutputArguments(command, arguments->output);
-    command.add_flag("--json", arguments->output.json,
-                     "Print all of the model but its geometry as JSON");
-    CLI::Option * const only =
-        command.add_flag("--metadata", arguments->metadata,
-                         "Have the translator count what the file holds, and print the counts");
-    for (char const * name : {"--tree", "--whole-tree", "--transforms", "--report-format"})
-        only->excludes(command.get_option(name));
-    command
-        .add_option("--database", arguments->database,
-                    "Store the counts in the catalogue DB, which is made when it is not there")
-        ->type_name("DB")
-        ->needs(only);
-    addWaitArgument(command, arguments->patience);
-    addCommonArguments(command, arguments->common);
-    command.callback([arguments, &chosen] {
-        chosen = [arguments] {
-            return arguments->metadata
-                       ? importMetadata(*arguments)
-                       : importFile(arguments->common, arguments->file, arguments->output);
-        };
-    });
+    cleanUpOnInterrupt();
+    return arguments.metadata ? importMetadata(arguments)
+                              : importFile(arguments.common, arguments.file, arguments.output);
 }
 
 } // namespace keld

@@ -6,9 +6,7 @@
 
 namespace keld {
 
-namespace {
-
-ExitCode listTranslators()
+ExitCode runTranslators()
 {
     for (TranslatorChoice const & translator : allTranslators()) {
         std::string const command = translator.paths->calcExecCmd();
@@ -19,17 +17,6 @@ ExitCode listTranslators()
             std::printf("    %s: %s\n", tried.path.c_str(), tried.finding.c_str());
     }
     return Success;
-}
-
-} // namespace
-
-void addTranslatorsCommand(CLI::App & app, ChosenCommand & chosen)
-{
-    app.add_subcommand(
-           "translators",
-           "List the translators: the command of each that can be used, and of any other "
-           "why not and where it was looked for")
-        ->callback([&chosen] { chosen = listTranslators; });
 }
 
 } // namespace keld
