@@ -81,6 +81,18 @@ void AttributeBook::add(transl_tk::Base * entity, AttributeNumber number, char c
     addValues(entity, number, name, numbers);
 }
 
+void AttributeBook::addOccurrence(transl_tk::Base * entity, char const * name,
+                                  Colour const & colour, std::vector<int> const & path)
+{
+    auto * const attribute = transl_tk::Attribute::create(
+        name, static_cast<transl_tk::Attribute::Type>(OccurrenceAttribute));
+    for (unsigned char const component : {colour.red, colour.green, colour.blue, colour.opacity})
+        attribute->addValue(component);
+    for (int const id : path)
+        attribute->addValue(id);
+    attribute->addEntity(entity);
+}
+
 void AttributeBook::addProduct(transl_tk::Base * entity, char const * name,
                                std::string const & text)
 {

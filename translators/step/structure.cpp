@@ -11,15 +11,12 @@
 
 #include <BRep_Tool.hxx>
 #include <Precision.hxx>
-#include <TDF_Attribute.hxx>
-#include <TDF_AttributeSequence.hxx>
 #include <TopLoc_Location.hxx>
 #include <TopoDS.hxx>
 #include <TopoDS_Edge.hxx>
 #include <TopoDS_Face.hxx>
 #include <TopoDS_Shape.hxx>
 #include <TopoDS_Vertex.hxx>
-#include <XCAFDoc_ColorTool.hxx>
 #include <XCAFDoc_DocumentTool.hxx>
 #include <XCAFDoc_ShapeTool.hxx>
 #include <gp_Trsf.hxx>
@@ -56,6 +53,7 @@ void Structure::build(translator_kit::Run & run)
         m_OpenAssemblies.pop_back();
         addChildren(definition, *assembly);
     }
+    addOccurrenceColours(m_Instances, m_Attributes, m_Coverage);
     std::size_t done = 0;
     for (auto const & [definition, part] : m_OpenParts) {
         fillPart(definition, *part, run);
@@ -109,22 +107,7 @@ void Structure::addChildren(TDF_Label const & definition, transl_tk::Assembly & 
         if (!name.empty())
             m_Attributes.add(instance, InstanceNameAttribute, "instance name", name);
         addFacts(place, instance, m_Attributes, m_Coverage);
-        noteOccurrenceColours(place);
-    }
-}
-
-void Structure::noteOccurrenceColours(TDF_Label const & place)
-{
-    TDF_AttributeSequence occurrences;
-    XCAFDoc_ShapeTool::GetAllComponentSHUO(place, occurrences);
-    for (Handle(TDF_Attribute) const & occurrence : occurrences) {
-        for (auto const type : {XCAFDoc_ColorGen, XCAFDoc_ColorSurf, XCAFDoc_ColorCurv}) {
-            TDF_Label colour;
-            if (XCAFDoc_ColorTool::GetColor(occurrence->Label(), type, colour))
-                m_Coverage.lost(HtmlLoggerEntry::Attributes, "",
-                                "the colour of a single occurrence below " + nameOf(place) +
-                                    ", for which the model has no place");
-        }
+        m_Instances.Bind(place, instance);
     }
 }
 

@@ -1,0 +1,31 @@
+#ifndef KELD_TESTS_STEP_MADE_DOCUMENTS_H
+#define KELD_TESTS_STEP_MADE_DOCUMENTS_H
+
+#include <Standard_Handle.hxx>
+#include <TDF_Label.hxx>
+#include <string>
+
+class TDocStd_Document;
+
+namespace tests {
+
+// STEP files that the tests make with the kernel, from documents.
+
+opencascade::handle<TDocStd_Document> newDocument();
+
+/// Writes all of `document` as AP242, in millimetres.
+void writeStep(opencascade::handle<TDocStd_Document> const & document, std::string const & path);
+
+/// Makes a name for a product or a component.
+TDF_Label named(TDF_Label const & label, char const * name);
+
+/// "plant" holds "line 1" and "line 2", places of "line", which holds "cell 1" and "cell 2", places
+/// of "cell", which holds "robot 1" and "robot 2", places of a part. The first
+/// robot in the second cell of the first line has green surfaces, the whole first cell of the
+/// second line is blue, for surfaces and for curves, and the second robot in the second cell of the
+/// second line has red surfaces.
+void writePlant(std::string const & path);
+
+} // namespace tests
+
+#endif
