@@ -1,5 +1,7 @@
 #include "step/made_documents.h"
 
+#include "step/made_files.h"
+
 #include <BRepPrimAPI_MakeBox.hxx>
 #include <Interface_Static.hxx>
 #include <Message.hxx>
@@ -8,16 +10,25 @@
 #include <Quantity_Color.hxx>
 #include <STEPCAFControl_Controller.hxx>
 #include <STEPCAFControl_Writer.hxx>
+#include <TCollection_HAsciiString.hxx>
 #include <TDF_LabelSequence.hxx>
 #include <TDataStd_Name.hxx>
 #include <TDocStd_Document.hxx>
+#include <TopExp_Explorer.hxx>
 #include <TopLoc_Location.hxx>
 #include <XCAFApp_Application.hxx>
+#include <XCAFDoc_Area.hxx>
+#include <XCAFDoc_Centroid.hxx>
 #include <XCAFDoc_ColorTool.hxx>
 #include <XCAFDoc_DocumentTool.hxx>
 #include <XCAFDoc_GraphNode.hxx>
+#include <XCAFDoc_LayerTool.hxx>
+#include <XCAFDoc_MaterialTool.hxx>
 #include <XCAFDoc_ShapeTool.hxx>
+#include <XCAFDoc_Volume.hxx>
+#include <fstream>
 #include <gp_Trsf.hxx>
+#include <gtest/gtest.h>
 #include <vector>
 
 namespace tests {
@@ -34,6 +45,11 @@ TopLoc_Location shift(double x, double y)
 Quantity_Color rgb(double red, double green, double blue)
 {
     return {red, green, blue, Quantity_TOC_sRGB};
+}
+
+Handle(TCollection_HAsciiString) text(char const * words)
+{
+    return new TCollection_HAsciiString(words);
 }
 
 } // namespace
@@ -109,6 +125,36 @@ void writePlant(std::string const & path)
     colours->SetInstanceColor(XCAFDoc_ShapeTool::GetShape(robot).Located(place), XCAFDoc_ColorSurf,
                               rgb(1, 0, 0));
     writeStep(document, path);
+}
+
+void writeBlock(std::string const & path)
+{
+    auto const document = newDocument();
+    auto const shapes = XCAFDoc_DocumentTool::ShapeTool(document->Main());
+    auto const layers = XCAFDoc_DocumentTool::LayerTool(document->Main());
+    TopoDS_Shape const shape = BRepPrimAPI_MakeBox(10, 20, 30).Shape();
+    TDF_Label const block = named(shapes->AddShape(shape, false), "block");
+    XCAFDoc_DocumentTool::MaterialTool(document->Main())
+        ->SetMaterial(block, text("steel"), text("cold drawn"), 7.85, text("density"),
+                      text("POSITIVE_RATIO_MEASURE"));
+    XCAFDoc_Area::Set(block, 2200.5);
+    XCAFDoc_Volume::Set(block, 6000.25);
+    XCAFDoc_Centroid::Set(block, {5, 10, 15.5});
+    layers->SetLayer(block, TCollection_ExtendedString("base"));
+    TDF_Label const face =
+        shapes->AddSubShape(block, TopExp_Explorer(shape, TopAbs_FACE).Current());
+    layers->SetLayer(face, TCollection_ExtendedString("painted"));
+    writeStep(document, path);
+}
+
+void replaceInFile(std::string const & path, std::string const & from, std::string const & to)
+{
+    std::string content = contentOf(path);
+    std::size_t found = content.find(from);
+    EXPECT_NE(content.npos, found) << from;
+    for (; found != content.npos; found = content.find(from, found + to.size()))
+        content.replace(found, from.size(), to);
+    std::ofstream(path, std::ios::binary) << content;
 }
 
 } // namespace tests

@@ -16,7 +16,7 @@ opencascade::handle<TDocStd_Document> newDocument();
 /// Writes all of `document` as AP242, in millimetres.
 void writeStep(opencascade::handle<TDocStd_Document> const & document, std::string const & path);
 
-/// Makes a name for a product or a component.
+/// Gives a product or a component its name.
 TDF_Label named(TDF_Label const & label, char const * name);
 
 /// "plant" holds "line 1" and "line 2", places of "line", which holds "cell 1" and "cell 2", places
@@ -25,6 +25,14 @@ TDF_Label named(TDF_Label const & label, char const * name);
 /// second line is blue, for surfaces and for curves, and the second robot in the second cell of the
 /// second line has red surfaces.
 void writePlant(std::string const & path);
+
+/// A part "block" of 10 by 20 by 30 millimetres, in the layer "base", with one face in the layer
+/// "painted". Its material is "steel", "cold drawn", of the density 7.85; it claims an area of
+/// 2200.5, a volume of 6000.25 and a centroid at (5, 10, 15.5), none of which is right.
+void writeBlock(std::string const & path);
+
+/// Puts `to` in the place of each `from` in the file `path`; a test failure where there is none.
+void replaceInFile(std::string const & path, std::string const & from, std::string const & to);
 
 } // namespace tests
 
