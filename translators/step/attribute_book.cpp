@@ -16,6 +16,11 @@ void append(transl_tk::Attribute & attribute, double value)
     attribute.addValue(value);
 }
 
+void append(transl_tk::Attribute & attribute, int value)
+{
+    attribute.addValue(value);
+}
+
 void append(transl_tk::Attribute & attribute, unsigned char value)
 {
     attribute.addValue(value);
@@ -31,6 +36,11 @@ template <> AttributeBook::Shared<std::string> & AttributeBook::shared()
 template <> AttributeBook::Shared<double> & AttributeBook::shared()
 {
     return m_Numbers;
+}
+
+template <> AttributeBook::Shared<int> & AttributeBook::shared()
+{
+    return m_Integers;
 }
 
 template <> AttributeBook::Shared<unsigned char> & AttributeBook::shared()
@@ -77,6 +87,18 @@ void AttributeBook::add(transl_tk::Base * entity, AttributeNumber number, char c
 
 void AttributeBook::add(transl_tk::Base * entity, AttributeNumber number, char const * name,
                         std::vector<double> const & numbers)
+{
+    addValues(entity, number, name, numbers);
+}
+
+void AttributeBook::add(transl_tk::Base * entity, AttributeNumber number, char const * name,
+                        std::vector<std::string> const & texts)
+{
+    addValues(entity, number, name, texts);
+}
+
+void AttributeBook::add(transl_tk::Base * entity, AttributeNumber number, char const * name,
+                        std::vector<int> const & numbers)
 {
     addValues(entity, number, name, numbers);
 }

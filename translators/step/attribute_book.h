@@ -48,6 +48,10 @@ public:
              std::string const & text);
     void add(transl_tk::Base * entity, AttributeNumber number, char const * name,
              std::vector<double> const & numbers);
+    void add(transl_tk::Base * entity, AttributeNumber number, char const * name,
+             std::vector<std::string> const & texts);
+    void add(transl_tk::Base * entity, AttributeNumber number, char const * name,
+             std::vector<int> const & numbers);
     /// The colour that surfaces of `entity` itself have got, not of what it belongs to.
     std::optional<Colour> colourOf(transl_tk::Base const * entity) const;
 
@@ -72,6 +76,7 @@ private:
 
     Shared<std::string> m_Texts;
     Shared<double> m_Numbers;
+    Shared<int> m_Integers;
     Shared<unsigned char> m_Bytes;
     std::unordered_map<transl_tk::Base const *, Colour> m_Colours;
 };

@@ -1,4 +1,5 @@
 #include "document.h"
+#include "kernel_faults.h"
 #include "sign_of_life.h"
 #include "step_facts.h"
 #include "transfer_progress.h"
@@ -80,7 +81,7 @@ Document readStep(std::string const & path, Run & run, Coverage & coverage)
         Handle(TransferProgress) const progress =
             new TransferProgress(run, TransferStart, TransferEnd);
         try {
-            reader.Transfer(result.content, progress->Start());
+            callKernel([&] { reader.Transfer(result.content, progress->Start()); });
         } catch (Standard_Failure const & failure) {
             if (level == Demand::All)
                 coverage.lost(HtmlLoggerEntry::PMIs, "",

@@ -138,7 +138,8 @@ void Structure::addSubShapeFacts(TDF_Label const & definition, transl_tk::Part &
         return;
     NCollection_DataMap<TopoDS_Shape, std::vector<transl_tk::Base *>, TopTools_ShapeMapHasher>
         entities;
-    for (auto const * list : {&topology.bodies(), &topology.faces(), &topology.edges()}) {
+    for (auto const * list :
+         {&topology.bodies(), &topology.faces(), &topology.edges(), &topology.vertices()}) {
         for (Arrived const & arrived : *list) {
             if (!entities.IsBound(arrived.shape))
                 entities.Bind(arrived.shape, {});
