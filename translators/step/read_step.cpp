@@ -96,7 +96,7 @@ Document readStep(std::string const & path, Run & run, Coverage & coverage)
                               path + " made the kernel fail: " + wordsOf(failure) + ".");
             continue;
         }
-        gatherFacts(reader.ChangeReader(), result, coverage);
+        gatherFacts(reader.ChangeReader(), result, run, coverage);
         return result;
     }
     return {};
