@@ -80,6 +80,13 @@ void writeStep(Handle(TDocStd_Document) const & document, std::string const & pa
     Interface_Static::SetCVal("write.step.schema", "AP214IS");
 }
 
+void writeShape(TopoDS_Shape const & shape, std::string const & path)
+{
+    auto const document = newDocument();
+    named(XCAFDoc_DocumentTool::ShapeTool(document->Main())->AddShape(shape, false), "part");
+    writeStep(document, path);
+}
+
 TDF_Label named(TDF_Label const & label, char const * name)
 {
     TDataStd_Name::Set(label, name);

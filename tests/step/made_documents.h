@@ -6,6 +6,7 @@
 #include <string>
 
 class TDocStd_Document;
+class TopoDS_Shape;
 
 namespace tests {
 
@@ -15,6 +16,9 @@ opencascade::handle<TDocStd_Document> newDocument();
 
 /// Writes all of `document` as AP242, in millimetres.
 void writeStep(opencascade::handle<TDocStd_Document> const & document, std::string const & path);
+
+/// Writes `shape` as one part.
+void writeShape(TopoDS_Shape const & shape, std::string const & path);
 
 /// Gives a product or a component its name.
 TDF_Label named(TDF_Label const & label, char const * name);

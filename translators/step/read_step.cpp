@@ -75,11 +75,12 @@ Document readStep(std::string const & path, Run & run, Coverage & coverage)
         // The kernel falls over named shapes that refer to what is not in the file.
         Interface_Static::SetIVal("read.stepcaf.subshapes.name",
                                   isWhole(*reader.Reader().StepModel()) ? 1 : 0);
-        run.progress(TransferStart);
+        // What is tried again has been shown before.
+        int const start = level == Demand::All ? TransferStart : TransferEnd;
+        run.progress(start);
         Document result;
         result.content = newDocument();
-        Handle(TransferProgress) const progress =
-            new TransferProgress(run, TransferStart, TransferEnd);
+        Handle(TransferProgress) const progress = new TransferProgress(run, start, TransferEnd);
         try {
             callKernel([&] { reader.Transfer(result.content, progress->Start()); });
         } catch (Standard_Failure const & failure) {

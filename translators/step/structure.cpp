@@ -55,10 +55,14 @@ void Structure::build(translator_kit::Run & run)
     }
     addOccurrenceColours(m_Instances, m_Attributes, m_Coverage);
     std::size_t done = 0;
+    auto const percent = [&](std::size_t parts) {
+        constexpr std::size_t Share = 30;
+        return TransferEnd + static_cast<int>(Share * parts / m_OpenParts.size());
+    };
     for (auto const & [definition, part] : m_OpenParts) {
-        fillPart(definition, *part, run);
+        fillPart(definition, *part, run, percent(done), percent(done + 1));
         ++done;
-        run.progress(TransferEnd + static_cast<int>(30 * done / m_OpenParts.size()));
+        run.progress(percent(done));
     }
     addPmi(*m_Document.content, m_Entities, m_Attributes, m_Coverage);
     addProducts();
@@ -112,7 +116,7 @@ void Structure::addChildren(TDF_Label const & definition, transl_tk::Assembly & 
 }
 
 void Structure::fillPart(TDF_Label const & definition, transl_tk::Part & part,
-                         translator_kit::Run & run)
+                         translator_kit::Run & run, int start, int end)
 {
     auto const shapes = XCAFDoc_DocumentTool::ShapeTool(m_Document.content->Main());
     auto const nameOfShape = [&](TopoDS_Shape const & shape) {
@@ -126,7 +130,8 @@ void Structure::fillPart(TDF_Label const & definition, transl_tk::Part & part,
     addSubShapeFacts(definition, part, topology);
     addTolerances(topology);
     if (m_Facets.wanted())
-        addFacets(shape, part, topology, m_Facets, m_Attributes, run, m_Coverage);
+        addFacets(shape, part, topology, m_Facets, m_Attributes, run, m_Coverage,
+                  new TransferProgress(run, start, end));
 }
 
 void Structure::addSubShapeFacts(TDF_Label const & definition, transl_tk::Part & part,

@@ -47,7 +47,9 @@ public:
 private:
     transl_tk::Component * componentFor(TDF_Label const & definition);
     void addChildren(TDF_Label const & definition, transl_tk::Assembly & assembly);
-    void fillPart(TDF_Label const & definition, transl_tk::Part & part, translator_kit::Run & run);
+    /// Progress of the run goes from one percentage to another.
+    void fillPart(TDF_Label const & definition, transl_tk::Part & part, translator_kit::Run & run,
+                  int start, int end);
     void addSubShapeFacts(TDF_Label const & definition, transl_tk::Part & part,
                           Topology const & topology);
     void addTolerances(Topology const & topology);

@@ -10,7 +10,7 @@ class Run;
 namespace step {
 
 /// Shows the host how far the kernel is with a step of the work, which lies between two
-/// percentages of the whole.
+/// percentages of the whole. The kernel asks it for as often as it likes; the run thins it out.
 class TransferProgress : public Message_ProgressIndicator
 {
     DEFINE_STANDARD_RTTI_INLINE(TransferProgress, Message_ProgressIndicator)
