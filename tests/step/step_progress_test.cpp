@@ -50,7 +50,7 @@ protected:
         TopoDS_Compound all;
         BRep_Builder builder;
         builder.MakeCompound(all);
-        for (int i = 0; i < 200; ++i)
+        for (int i = 0; i < 120; ++i)
             builder.Add(all, BRepPrimAPI_MakeTorus(10 + 0.01 * i, 3).Shape());
         tests::writeShape(all, path);
         return path;
