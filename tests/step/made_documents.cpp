@@ -148,6 +148,8 @@ void writeBlock(std::string const & path)
     XCAFDoc_Volume::Set(block, 6000.25);
     XCAFDoc_Centroid::Set(block, {5, 10, 15.5});
     layers->SetLayer(block, TCollection_ExtendedString("base"));
+    XCAFDoc_DocumentTool::ColorTool(document->Main())
+        ->SetColor(block, rgb(1, 0, 0), XCAFDoc_ColorSurf);
     TDF_Label const face =
         shapes->AddSubShape(block, TopExp_Explorer(shape, TopAbs_FACE).Current());
     layers->SetLayer(face, TCollection_ExtendedString("painted"));

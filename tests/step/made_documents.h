@@ -30,9 +30,9 @@ TDF_Label named(TDF_Label const & label, char const * name);
 /// second line has red surfaces.
 void writePlant(std::string const & path);
 
-/// A part "block" of 10 by 20 by 30 millimetres, in the layer "base", with one face in the layer
-/// "painted". Its material is "steel", "cold drawn", of the density 7.85; it claims an area of
-/// 2200.5, a volume of 6000.25 and a centroid at (5, 10, 15.5), none of which is right.
+/// A red part "block" of 10 by 20 by 30 millimetres, in the layer "base", with one face in the
+/// layer "painted". Its material is "steel", "cold drawn", of the density 7.85; it claims an area
+/// of 2200.5, a volume of 6000.25 and a centroid at (5, 10, 15.5), none of which is right.
 void writeBlock(std::string const & path);
 
 /// Puts `to` in the place of each `from` in the file `path`; a test failure where there is none.

@@ -12,11 +12,17 @@
 namespace {
 
 using testing::Contains;
+using testing::ElementsAre;
 using testing::HasSubstr;
+using testing::UnorderedElementsAre;
 using tests::ReceivedModel;
 
 constexpr unsigned int Completed = 8;
 constexpr unsigned int Failed = 0;
+constexpr int Colour = 1;
+constexpr int Layer = 3;
+constexpr int Material = 4;
+constexpr int Validation = 5;
 constexpr int Warning = 1;
 constexpr int Error = 2;
 
@@ -74,6 +80,25 @@ TEST_F(StepDamage, AReferenceToNothingCostsWhatHasItAndIsSaid)
     EXPECT_THAT(received.entries(Error), Contains(HasSubstr("Face lost: #")).Times(6));
     // The plate has gone; the bolt is there.
     EXPECT_EQ((tests::Counts{1, 3, 3, 2}), received.counts());
+}
+
+TEST_F(StepDamage, AStepThatMakesTheKernelFailCostsNoMoreThanItself)
+{
+    std::string const path = block();
+    ASSERT_THAT(ReceivedModel(path).attributes(Colour), ElementsAre("surface color 255 0 0 100"));
+    takeAway(path, "FILL_AREA_STYLE_COLOUR");
+    ReceivedModel const received(path);
+    EXPECT_THAT(received.attributes(Colour), testing::IsEmpty());
+    EXPECT_THAT(received.entries(Error),
+                Contains(HasSubstr("Attributes lost: colours made the kernel fail: ")));
+    EXPECT_EQ((tests::Counts{1, 6, 12, 8}), received.counts());
+    EXPECT_THAT(received.attributes(Layer), UnorderedElementsAre("layer base", "layer painted"));
+    EXPECT_THAT(
+        received.attributes(Material),
+        UnorderedElementsAre("material steel", "material description cold drawn", "density 7.85"));
+    EXPECT_THAT(received.attributes(Validation),
+                UnorderedElementsAre("area 2200.5", "volume 6000.25", "centroid 5 10 15.5"));
+    EXPECT_THAT(received.productNames(), ElementsAre("block"));
 }
 
 TEST_F(StepDamage, APartOfAnEntityThatIsMissingIsSaid)

@@ -148,7 +148,7 @@ TEST_F(StepTolerances, DimensionDataThatMakeTheKernelFailAreLeftOutAndSaid)
     EXPECT_EQ((tests::Counts{1, 6, 12, 8}), received.counts());
     EXPECT_TRUE(received.model().m_Annotations.m_Entities.empty());
     EXPECT_THAT(received.entries(2),
-                ElementsAre(HasSubstr("PMIs lost: the dimensions and tolerances made the kernel "
+                ElementsAre(HasSubstr("PMIs lost: dimensions and tolerances made the kernel "
                                       "fail: OSD_SIGSEGV it followed a reference to nothing")));
     EXPECT_THAT(received.entries(0), Contains("1 entities were lost."));
     EXPECT_THAT(received.attributes(2), ElementsAre("product id block"));
