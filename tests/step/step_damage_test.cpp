@@ -82,6 +82,16 @@ TEST_F(StepDamage, AReferenceToNothingCostsWhatHasItAndIsSaid)
     EXPECT_EQ((tests::Counts{1, 3, 3, 2}), received.counts());
 }
 
+TEST_F(StepDamage, AFaceThatLacksABoundaryIsNoExactOne)
+{
+    std::string const path = block();
+    takeAway(path, "LINE");
+    ReceivedModel const received(path);
+    EXPECT_THAT(received.entries(Error), Contains(HasSubstr("Loop lost: #")).Times(2));
+    EXPECT_THAT(received.entries(0), Contains("Face: 6 in the file, 4 exact, 2 changed, 0 lost"));
+    EXPECT_THAT(received.entries(Warning), Contains("Face: 2 face without one of its boundaries"));
+}
+
 TEST_F(StepDamage, AStepThatMakesTheKernelFailCostsNoMoreThanItself)
 {
     std::string const path = block();

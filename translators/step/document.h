@@ -9,11 +9,13 @@
 #include <TDF_Label.hxx>
 #include <TDocStd_Document.hxx>
 #include <functional>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
 
 class TopoDS_Shape;
+class TopoDS_TShape;
 
 namespace translator_kit {
 class Run;
@@ -40,6 +42,8 @@ struct Document
     std::vector<Product> products;
     /// Words for the entity of the file that a shape was made from, such as "#12"; may be empty.
     std::function<std::string(TopoDS_Shape const &)> entityOf;
+    /// Contents of faces that lack a boundary which the file has.
+    std::set<TopoDS_TShape const *> openFaces;
 };
 
 /// Reads the file `path`. Entities that the kernel cannot read are counted as lost. Progress of the

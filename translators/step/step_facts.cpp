@@ -173,6 +173,27 @@ bool gatherLoss(Handle(StepData_StepModel) const & model, Handle(Standard_Transi
     return true;
 }
 
+/// Whether the kernel failed at something.
+bool hasFailed(Transfer_TransientProcess const & process, Handle(Standard_Transient) const & entity)
+{
+    auto const binder = process.Find(entity);
+    return !binder.IsNull() && binder->Check()->HasFailed();
+}
+
+/// Faces that arrived although one of their boundaries did not.
+void gatherOpenFace(Handle(StepShape_FaceSurface) const & face,
+                    Handle(Transfer_TransientProcess) const & process, Document & document)
+{
+    for (int i = 1; i <= face->NbBounds(); ++i) {
+        auto const bound = face->BoundsValue(i);
+        if (bound.IsNull() || (!hasFailed(*process, bound) && !hasFailed(*process, bound->Bound())))
+            continue;
+        TopoDS_Shape const shape = TransferBRep::ShapeResult(process, face);
+        if (!shape.IsNull())
+            document.openFaces.insert(shape.TShape().get());
+    }
+}
+
 /// Entities that the kernel does not know, or could read in part alone. They count where nothing
 /// else says that they did not arrive.
 class UnreadEntities
@@ -231,6 +252,8 @@ void gatherFacts(STEPControl_Reader & reader, Document & document, translator_ki
         auto const entity = model->Value(i);
         if (!gatherLoss(model, entity, process, coverage))
             unread.look(i);
+        if (auto const face = Handle(StepShape_FaceSurface)::DownCast(entity))
+            gatherOpenFace(face, process, document);
         if (auto const definition = Handle(StepBasic_ProductDefinition)::DownCast(entity))
             gatherProduct(definition, process, document);
     }

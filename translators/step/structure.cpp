@@ -123,7 +123,7 @@ void Structure::fillPart(TDF_Label const & definition, transl_tk::Part & part,
         TDF_Label label;
         return shapes->FindSubShape(definition, shape, label) ? nameOf(label) : std::string();
     };
-    Topology topology({nameOfShape, m_Document.entityOf}, m_Coverage);
+    Topology topology({nameOfShape, m_Document.entityOf, m_Document.openFaces}, m_Coverage);
     TopoDS_Shape const shape = XCAFDoc_ShapeTool::GetShape(definition);
     topology.addShape(shape, part);
     m_Entities.Bind(definition, {{&part}, &part});
