@@ -79,6 +79,7 @@ void addOccurrenceColours(InstancesByPlace const & instances, AttributeBook & at
                         continue;
                     }
                     std::vector<int> ids;
+                    ids.reserve(way.size());
                     for (auto const * const instance : way)
                         ids.push_back(instance->getId());
                     attributes.addOccurrence(way.back(), name, colour, ids);

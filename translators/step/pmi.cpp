@@ -271,6 +271,7 @@ public:
         std::stable_sort(byPosition.begin(), byPosition.end(),
                          [](auto const & a, auto const & b) { return a.first < b.first; });
         std::vector<int> ids;
+        ids.reserve(byPosition.size());
         for (auto const & [position, id] : byPosition)
             ids.push_back(id);
         if (!ids.empty())
