@@ -3,6 +3,7 @@
 #include <BRepGProp.hxx>
 #include <BRepTools.hxx>
 #include <BRep_Builder.hxx>
+#include <BRep_Tool.hxx>
 #include <GProp_GProps.hxx>
 #include <IGESControl_Reader.hxx>
 #include <Message.hxx>
@@ -13,6 +14,10 @@
 #include <TDF_LabelSequence.hxx>
 #include <TDataStd_Name.hxx>
 #include <TDocStd_Document.hxx>
+#include <TopLoc_Location.hxx>
+#include <TopoDS.hxx>
+#include <TopoDS_Edge.hxx>
+#include <TopoDS_Face.hxx>
 #include <TopoDS_Iterator.hxx>
 #include <TopoDS_TShape.hxx>
 #include <XCAFApp_Application.hxx>
@@ -39,6 +44,30 @@ Counts countsOf(TopoDS_Shape const & shape)
     gather(shape, seen);
     return {seen[TopAbs_SOLID].size(), seen[TopAbs_FACE].size(), seen[TopAbs_EDGE].size(),
             seen[TopAbs_VERTEX].size()};
+}
+
+TopoDS_Shape shapeWith(TopoDS_TShape * content)
+{
+    TopoDS_Shape shape;
+    shape.TShape(content);
+    return shape;
+}
+
+/// Counts loops, uses of edges and curves in the parameters of a face.
+void addBoundaries(TopoDS_Face const & face, std::map<std::string, long long> & held)
+{
+    for (TopoDS_Iterator wire(face); wire.More(); wire.Next()) {
+        if (wire.Value().ShapeType() != TopAbs_WIRE)
+            continue;
+        ++held["Loop"];
+        for (TopoDS_Iterator edge(wire.Value()); edge.More(); edge.Next()) {
+            double first = 0;
+            double last = 0;
+            ++held["Fin"];
+            if (!BRep_Tool::CurveOnSurface(TopoDS::Edge(edge.Value()), face, first, last).IsNull())
+                ++held["UV_Curve"];
+        }
+    }
 }
 
 std::multiset<std::string> productNamesOf(TDocStd_Document const & document)
@@ -77,6 +106,34 @@ void PrintTo(Counts const & counts, std::ostream * stream)
             << " edges, " << counts.vertices << " vertices";
 }
 
+std::map<std::string, long long> heldBy(TopoDS_Shape const & shape)
+{
+    std::map<int, std::set<TopoDS_TShape *>> seen;
+    gather(shape, seen);
+    auto const count = [&](int type) { return static_cast<long long>(seen[type].size()); };
+    std::map<std::string, long long> held = {{"Face", count(TopAbs_FACE)},
+                                             {"Edge", count(TopAbs_EDGE)},
+                                             {"Shell", count(TopAbs_SHELL)},
+                                             {"Body", count(TopAbs_SOLID)}};
+    std::set<TopoDS_TShape *> shellsOfSolids;
+    for (TopoDS_TShape * const solid : seen[TopAbs_SOLID]) {
+        for (TopoDS_Iterator child(shapeWith(solid)); child.More(); child.Next())
+            shellsOfSolids.insert(child.Value().TShape().get());
+    }
+    for (TopoDS_TShape * const shell : seen[TopAbs_SHELL])
+        held["Body"] += shellsOfSolids.contains(shell) ? 0 : 1;
+    for (TopoDS_TShape * const edge : seen[TopAbs_EDGE]) {
+        double first = 0;
+        double last = 0;
+        TopLoc_Location location;
+        if (!BRep_Tool::Curve(TopoDS::Edge(shapeWith(edge)), location, first, last).IsNull())
+            ++held["Curve"];
+    }
+    for (TopoDS_TShape * const face : seen[TopAbs_FACE])
+        addBoundaries(TopoDS::Face(shapeWith(face)), held);
+    return held;
+}
+
 Measures measuresOf(TopoDS_Shape const & shape)
 {
     GProp_GProps volume;
@@ -104,6 +161,7 @@ KernelReading readByKernel(std::string const & path)
         readStep(path, reading);
     }
     reading.counts = countsOf(reading.shape);
+    reading.held = heldBy(reading.shape);
     reading.measures = measuresOf(reading.shape);
     return reading;
 }

@@ -22,6 +22,10 @@ struct Counts
 
 void PrintTo(Counts const & counts, std::ostream * stream);
 
+/// How many of each kind of entity a shape holds, by the names that the report has for them. What
+/// is placed at several places, and what several others share, counts once.
+std::map<std::string, long long> heldBy(TopoDS_Shape const & shape);
+
 /// Volume, area and centre of a shape with all its places.
 struct Measures
 {
@@ -37,6 +41,7 @@ struct KernelReading
 {
     TopoDS_Shape shape;
     Counts counts;
+    std::map<std::string, long long> held;
     Measures measures;
     std::multiset<std::string> productNames; ///< assemblies and parts, each once
 };

@@ -116,6 +116,12 @@ std::string wordsOf(IValue & value)
         words << text;
         break;
     }
+    case 2: {
+        int number = 0;
+        value.getValue(number);
+        words << number;
+        break;
+    }
     case 5: {
         double number = 0;
         value.getValue(number);

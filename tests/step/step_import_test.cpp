@@ -54,6 +54,33 @@ protected:
     tests::TemporaryDirectory m_Files;
 };
 
+/// Triangles of all bodies.
+int facetCount(ReceivedModel const & received)
+{
+    int count = 0;
+    received.model().m_TriStrips.m_Entities.forEach([&](int, transl_tk::Base * entity) {
+        float * vertices = nullptr;
+        float * normals = nullptr;
+        unsigned char * colours = nullptr;
+        int * indices = nullptr;
+        int vertexCount = 0;
+        int normalCount = 0;
+        int indexCount = 0;
+        static_cast<transl_tk::TriStrip *>(entity)->getData(vertices, colours, vertexCount, normals,
+                                                            normalCount, indices, indexCount);
+        count += indexCount / 3;
+    });
+    return count;
+}
+
+TEST_F(StepImport, FacetsAreCounted)
+{
+    ReceivedModel const received(rig(), {{"deflection", 0.1}});
+    std::string const count = std::to_string(facetCount(received));
+    EXPECT_THAT(received.entries(0), Contains("Facet: " + count + " in the file, " + count +
+                                              " exact, 0 changed, 0 lost"));
+}
+
 TEST_F(StepImport, EachProductArrivesOnceAndEachPlaceIsAnInstance)
 {
     ReceivedModel const received(rig());
@@ -156,8 +183,16 @@ TEST_F(StepImport, FacetsHaveNormalsAndTheColoursOfTheirFaces)
 TEST_F(StepImport, ATooSmallDeflectionIsRaisedWithAWarning)
 {
     ReceivedModel const received(rig(), {{"deflection", 1e-7}});
-    EXPECT_THAT(received.log(), HasSubstr("would make too many facets"));
     EXPECT_EQ(8U, received.status());
+    // A hundred-thousandth of the diagonals of plate and bolt.
+    EXPECT_THAT(received.log(),
+                HasSubstr("A deflection of 1e-07 mm would make too many facets of a part of "
+                          "50.25 mm; it is raised to 0.0005025 mm."));
+    EXPECT_THAT(received.log(), HasSubstr("of 21.73 mm; it is raised to 0.0002173 mm."));
+    // As many as the bolt's wall and its two ends need for that, and no more.
+    double const step = 2 * std::acos(1 - 0.0002173 / 3);
+    EXPECT_THAT(static_cast<double>(facetCount(received)),
+                testing::AllOf(testing::Gt(2 * M_PI / step), testing::Lt(20 * M_PI / step)));
 }
 
 TEST_F(StepImport, CoverageNamesEveryKind)

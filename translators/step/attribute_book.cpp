@@ -16,6 +16,11 @@ void append(transl_tk::Attribute & attribute, double value)
     attribute.addValue(value);
 }
 
+void append(transl_tk::Attribute & attribute, int value)
+{
+    attribute.addValue(value);
+}
+
 void append(transl_tk::Attribute & attribute, unsigned char value)
 {
     attribute.addValue(value);
@@ -31,6 +36,11 @@ template <> AttributeBook::Shared<std::string> & AttributeBook::shared()
 template <> AttributeBook::Shared<double> & AttributeBook::shared()
 {
     return m_Numbers;
+}
+
+template <> AttributeBook::Shared<int> & AttributeBook::shared()
+{
+    return m_Integers;
 }
 
 template <> AttributeBook::Shared<unsigned char> & AttributeBook::shared()
@@ -79,6 +89,30 @@ void AttributeBook::add(transl_tk::Base * entity, AttributeNumber number, char c
                         std::vector<double> const & numbers)
 {
     addValues(entity, number, name, numbers);
+}
+
+void AttributeBook::add(transl_tk::Base * entity, AttributeNumber number, char const * name,
+                        std::vector<std::string> const & texts)
+{
+    addValues(entity, number, name, texts);
+}
+
+void AttributeBook::add(transl_tk::Base * entity, AttributeNumber number, char const * name,
+                        std::vector<int> const & numbers)
+{
+    addValues(entity, number, name, numbers);
+}
+
+void AttributeBook::addOccurrence(transl_tk::Base * entity, char const * name,
+                                  Colour const & colour, std::vector<int> const & path)
+{
+    auto * const attribute = transl_tk::Attribute::create(
+        name, static_cast<transl_tk::Attribute::Type>(OccurrenceAttribute));
+    for (unsigned char const component : {colour.red, colour.green, colour.blue, colour.opacity})
+        attribute->addValue(component);
+    for (int const id : path)
+        attribute->addValue(id);
+    attribute->addEntity(entity);
 }
 
 void AttributeBook::addProduct(transl_tk::Base * entity, char const * name,

@@ -29,7 +29,8 @@ enum AttributeNumber : int {
     UnitAttribute = 10,
     DimensionAttribute = 11,
     GeometricToleranceAttribute = 12,
-    DatumAttribute = 13
+    DatumAttribute = 13,
+    OccurrenceAttribute = 15
 };
 
 /// Makes attributes, one for all entities that have the same values.
@@ -47,8 +48,16 @@ public:
              std::string const & text);
     void add(transl_tk::Base * entity, AttributeNumber number, char const * name,
              std::vector<double> const & numbers);
+    void add(transl_tk::Base * entity, AttributeNumber number, char const * name,
+             std::vector<std::string> const & texts);
+    void add(transl_tk::Base * entity, AttributeNumber number, char const * name,
+             std::vector<int> const & numbers);
     /// The colour that surfaces of `entity` itself have got, not of what it belongs to.
     std::optional<Colour> colourOf(transl_tk::Base const * entity) const;
+
+    /// A colour that `entity`, an instance, has where the instances `path` lead to it.
+    void addOccurrence(transl_tk::Base * entity, char const * name, Colour const & colour,
+                       std::vector<int> const & path);
 
     void addProduct(transl_tk::Base * entity, char const * name, std::string const & text);
 
@@ -67,6 +76,7 @@ private:
 
     Shared<std::string> m_Texts;
     Shared<double> m_Numbers;
+    Shared<int> m_Integers;
     Shared<unsigned char> m_Bytes;
     std::unordered_map<transl_tk::Base const *, Colour> m_Colours;
 };

@@ -9,11 +9,13 @@
 #include <TDF_Label.hxx>
 #include <TDocStd_Document.hxx>
 #include <functional>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
 
 class TopoDS_Shape;
+class TopoDS_TShape;
 
 namespace translator_kit {
 class Run;
@@ -42,6 +44,8 @@ struct Document
     std::function<std::string(TopoDS_Shape const &)> entityOf;
     /// The same of a face, at the cost of a look-up; may give nothing, and may be empty itself.
     std::function<std::string(TopoDS_Shape const &)> faceEntityOf;
+    /// Contents of faces that lack a boundary which the file has.
+    std::set<TopoDS_TShape const *> openFaces;
 };
 
 /// Reads the file `path`. Entities that the kernel cannot read are counted as lost. Progress of the

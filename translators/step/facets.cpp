@@ -1,5 +1,6 @@
 #include "facets.h"
 
+#include "kernel_faults.h"
 #include "topology.h"
 
 #include <keld-transl/product/part.h>
@@ -130,13 +131,19 @@ double FacetSettings::deflectionFor(TopoDS_Shape const & part, translator_kit::R
 
 void addFacets(TopoDS_Shape const & partShape, transl_tk::Part & part, Topology const & topology,
                FacetSettings const & settings, AttributeBook const & attributes,
-               translator_kit::Run & run, Coverage & coverage)
+               translator_kit::Run & run, Coverage & coverage,
+               Handle(TransferProgress) const & progress)
 {
     if (topology.bodies().empty())
         return;
+    IMeshTools_Parameters parameters;
+    parameters.Deflection = settings.deflectionFor(partShape, run);
+    parameters.Angle = settings.angle();
     try {
-        BRepMesh_IncrementalMesh const meshing(partShape, settings.deflectionFor(partShape, run),
-                                               false, settings.angle(), false);
+        KernelFaults const faults;
+        callKernel([&] {
+            BRepMesh_IncrementalMesh const meshing(partShape, parameters, progress->Start());
+        });
     } catch (Standard_Failure const & failure) {
         coverage.lost(HtmlLoggerEntry::Facet, "",
                       std::string("the tessellation failed: ") + failure.DynamicType()->Name() +

@@ -3,6 +3,7 @@
 
 #include "attribute_book.h"
 #include "coverage.h"
+#include "transfer_progress.h"
 
 #include <optional>
 
@@ -43,10 +44,12 @@ private:
 };
 
 /// Gives each body of a part its facets, with a normal for each vertex, and colours where a face,
-/// its body or the part has one. `partShape` holds the shapes of the bodies.
+/// its body or the part has one. `partShape` holds the shapes of the bodies. `progress` follows
+/// the work.
 void addFacets(TopoDS_Shape const & partShape, transl_tk::Part & part, Topology const & topology,
                FacetSettings const & settings, AttributeBook const & attributes,
-               translator_kit::Run & run, Coverage & coverage);
+               translator_kit::Run & run, Coverage & coverage,
+               opencascade::handle<TransferProgress> const & progress);
 
 } // namespace step
 

@@ -50,20 +50,8 @@ AttributeBook::Colour colourFrom(Quantity_ColorRGBA const & from)
 void addColours(TDF_Label const & label, transl_tk::Base * entity, AttributeBook & attributes,
                 Coverage & coverage)
 {
-    constexpr struct
-    {
-        XCAFDoc_ColorType type;
-        char const * name;
-    } Types[] = {{XCAFDoc_ColorGen, "color"},
-                 {XCAFDoc_ColorSurf, "surface color"},
-                 {XCAFDoc_ColorCurv, "curve color"}};
-    for (auto const & [type, name] : Types) {
-        TDF_Label colourLabel;
-        Quantity_ColorRGBA colour;
-        if (!XCAFDoc_ColorTool::GetColor(label, type, colourLabel) ||
-            !XCAFDoc_DocumentTool::ColorTool(label)->GetColor(colourLabel, colour))
-            continue;
-        attributes.add(entity, name, colourFrom(colour));
+    for (auto const & [name, colour] : coloursOf(label)) {
+        attributes.add(entity, name, colour);
         coverage.exact(HtmlLoggerEntry::Attributes);
     }
 }
@@ -125,6 +113,26 @@ std::string nameOf(TDF_Label const & label)
 {
     Handle(TDataStd_Name) name;
     return label.FindAttribute(TDataStd_Name::GetID(), name) ? utf8Of(name->Get()) : std::string();
+}
+
+std::vector<NamedColour> coloursOf(TDF_Label const & label)
+{
+    constexpr struct
+    {
+        XCAFDoc_ColorType type;
+        char const * name;
+    } Types[] = {{XCAFDoc_ColorGen, "color"},
+                 {XCAFDoc_ColorSurf, "surface color"},
+                 {XCAFDoc_ColorCurv, "curve color"}};
+    std::vector<NamedColour> result;
+    for (auto const & [type, name] : Types) {
+        TDF_Label colourLabel;
+        Quantity_ColorRGBA colour;
+        if (XCAFDoc_ColorTool::GetColor(label, type, colourLabel) &&
+            XCAFDoc_DocumentTool::ColorTool(label)->GetColor(colourLabel, colour))
+            result.emplace_back(name, colourFrom(colour));
+    }
+    return result;
 }
 
 void addFacts(TDF_Label const & label, transl_tk::Base * entity, AttributeBook & attributes,

@@ -6,11 +6,19 @@
 
 #include <TDF_Label.hxx>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace step {
 
 /// The name that stands on a label of a document, in UTF-8; empty when there is none.
 std::string nameOf(TDF_Label const & label);
+
+/// A colour for all, for surfaces or for curves, with the name of its attribute.
+using NamedColour = std::pair<char const *, AttributeBook::Colour>;
+
+/// The colours that stand on a label of a document.
+std::vector<NamedColour> coloursOf(TDF_Label const & label);
 
 /// Gives `entity` what stands on a label of a document: colours, layers, the material, validation
 /// properties.

@@ -14,6 +14,7 @@
 #include <XCAFDoc_DocumentTool.hxx>
 #include <XCAFDoc_ShapeTool.hxx>
 #include <filesystem>
+#include <fstream>
 #include <set>
 
 namespace step {
@@ -43,10 +44,18 @@ Document readBrep(std::string const & path, bool binary, translator_kit::Run & r
     run.phase("parse");
     TopoDS_Shape shape;
     Handle(TransferProgress) const progress = new TransferProgress(run, TransferStart, TransferEnd);
-    bool const read = binary
-                          ? BinTools::Read(shape, path.c_str(), progress->Start())
-                          : BRepTools::Read(shape, path.c_str(), BRep_Builder(), progress->Start());
-    if (!read || shape.IsNull())
+    // At the end of a file that is cut the kernel would wait for ever for what it seeks.
+    std::ifstream stream(path, std::ios::binary);
+    stream.exceptions(std::ios::failbit | std::ios::badbit);
+    try {
+        if (binary)
+            BinTools::Read(shape, stream, progress->Start());
+        else
+            BRepTools::Read(shape, stream, BRep_Builder(), progress->Start());
+    } catch (std::ios_base::failure const &) {
+        shape.Nullify();
+    }
+    if (shape.IsNull())
         throw Failure(Reason::Failed, path + " is cut or damaged: no shape could be read from it.");
 
     Document result;

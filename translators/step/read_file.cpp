@@ -3,6 +3,7 @@
 #include "coverage.h"
 #include "document.h"
 #include "file_kind.h"
+#include "kernel_faults.h"
 #include "kernel_messages.h"
 #include "structure.h"
 
@@ -19,6 +20,17 @@ using translator_kit::Failure;
 using translator_kit::Reason;
 using translator_kit::Run;
 
+Document documentFrom(std::string const & path, FileKind kind, Run & run, Coverage & coverage)
+{
+    KernelFaults const faults;
+    Document document;
+    callKernel([&] { document = readDocument(path, kind, run, coverage); });
+    if (faults.count() > 0)
+        run.warning("Open CASCADE fell " + std::to_string(faults.count()) +
+                    " times over something that " + path + " refers to and that is not there.");
+    return document;
+}
+
 void read(std::string const & path, Run & run)
 {
     run.phase("look at the file");
@@ -28,7 +40,7 @@ void read(std::string const & path, Run & run)
     if (!words.empty())
         run.warning(words);
     Coverage coverage;
-    Document const document = readDocument(path, kind, run, coverage);
+    Document const document = documentFrom(path, kind, run, coverage);
     FacetSettings const facets(run.options());
     Structure(document, std::filesystem::path(path).stem(), facets, coverage).build(run);
     coverage.report(run);

@@ -1,4 +1,5 @@
 #include "document.h"
+#include "kernel_faults.h"
 #include "sign_of_life.h"
 #include "step_facts.h"
 #include "transfer_progress.h"
@@ -7,11 +8,18 @@
 
 #include <Interface_Static.hxx>
 #include <STEPCAFControl_Controller.hxx>
+#include <STEPCAFControl_DataMapOfPDExternFile.hxx>
 #include <STEPCAFControl_Reader.hxx>
 #include <Standard_Failure.hxx>
 #include <StepData_StepModel.hxx>
+#include <StepRepr_ProductDefinitionShape.hxx>
+#include <TColStd_HSequenceOfTransient.hxx>
 #include <TCollection_HAsciiString.hxx>
+#include <TDF_ChildIterator.hxx>
+#include <TDocStd_Document.hxx>
 #include <Transfer_TransientProcess.hxx>
+#include <XCAFDoc_DimTolTool.hxx>
+#include <XCAFDoc_DocumentTool.hxx>
 #include <XSControl_TransferReader.hxx>
 #include <XSControl_WorkSession.hxx>
 
@@ -23,23 +31,86 @@ using translator_kit::Failure;
 using translator_kit::Reason;
 using translator_kit::Run;
 
-/// How much is asked of the kernel. What fails is tried again with less.
-enum class Demand { All, WithoutTolerances, ShapesOnly };
-
-void demand(STEPCAFControl_Reader & reader, Demand demand)
+std::string wordsOf(Standard_Failure const & failure)
 {
-    bool const more = demand != Demand::ShapesOnly;
-    reader.SetNameMode(true);
-    reader.SetColorMode(more);
-    reader.SetLayerMode(more);
-    reader.SetPropsMode(more);
-    reader.SetMatMode(more);
-    reader.SetSHUOMode(more);
-    reader.SetViewMode(false);
-    reader.SetGDTMode(demand == Demand::All);
+    return std::string(failure.DynamicType()->Name()) + " " + failure.GetMessageString();
 }
 
-void parse(STEPCAFControl_Reader & reader, std::string const & path, Run & run)
+/// A reader whose steps can be taken one by one.
+class Reader : public STEPCAFControl_Reader
+{
+public:
+    /// Asks for all that stands beside the shapes, or for names alone.
+    void askForAll(bool all)
+    {
+        SetNameMode(true);
+        SetColorMode(all);
+        SetLayerMode(all);
+        SetPropsMode(all);
+        SetMatMode(all);
+        SetSHUOMode(all);
+        SetGDTMode(all);
+        SetViewMode(false);
+    }
+
+    /// Takes the steps that `askForAll(false)` left out. One that fails counts as lost.
+    void addFacts(Handle(TDocStd_Document) & document, Coverage & coverage)
+    {
+        using transl_tk::HtmlLoggerEntry;
+        auto const session = STEPCAFControl_Reader::Reader().WS();
+        // No product of this file stands in another one.
+        STEPCAFControl_DataMapOfPDExternFile const none;
+        attempt(HtmlLoggerEntry::Attributes, "colours", coverage,
+                [&] { ReadColors(session, document); });
+        attempt(HtmlLoggerEntry::Attributes, "validation properties", coverage,
+                [&] { ReadValProps(session, document, none); });
+        attempt(HtmlLoggerEntry::Layers, "layers", coverage,
+                [&] { ReadLayers(session, document); });
+        attempt(HtmlLoggerEntry::Attributes, "colours of single occurrences", coverage,
+                [&] { ReadSHUOs(session, document, none); });
+        if (!attempt(HtmlLoggerEntry::PMIs, "dimensions and tolerances", coverage,
+                     [&] { ReadGDTs(session, document); }))
+            forgetTolerances(*document);
+        attempt(HtmlLoggerEntry::Attributes, "materials", coverage,
+                [&] { ReadMaterials(session, document, products()); });
+    }
+
+private:
+    Handle(TColStd_HSequenceOfTransient) products()
+    {
+        Handle(TColStd_HSequenceOfTransient) const result = new TColStd_HSequenceOfTransient;
+        auto const model = STEPCAFControl_Reader::Reader().StepModel();
+        for (int i = 1; i <= model->NbEntities(); ++i) {
+            if (model->Value(i)->IsKind(STANDARD_TYPE(StepRepr_ProductDefinitionShape)))
+                result->Append(model->Value(i));
+        }
+        return result;
+    }
+
+    /// Of those that came before the failure, one may lack its limits.
+    static void forgetTolerances(TDocStd_Document const & document)
+    {
+        auto const tool = XCAFDoc_DocumentTool::DimTolTool(document.Main());
+        for (TDF_ChildIterator label(tool->BaseLabel()); label.More(); label.Next())
+            label.Value().ForgetAllAttributes();
+    }
+
+    /// Whether the step was taken to its end.
+    template <class Step>
+    static bool attempt(Kind kind, char const * what, Coverage & coverage, Step && step)
+    {
+        try {
+            callKernel(step);
+            return true;
+        } catch (Standard_Failure const & failure) {
+            coverage.lost(kind, "",
+                          std::string(what) + " made the kernel fail: " + wordsOf(failure));
+            return false;
+        }
+    }
+};
+
+void parse(Reader & reader, std::string const & path, Run & run)
 {
     run.phase("parse");
     SignOfLife const alive(run);
@@ -69,50 +140,39 @@ std::string lastEntity(STEPControl_Reader const & reader)
     return model->Number(entity) == 0 ? std::string() : model->StringLabel(entity)->ToCString();
 }
 
-std::string wordsOf(Standard_Failure const & failure)
-{
-    return std::string(failure.DynamicType()->Name()) + " " + failure.GetMessageString();
-}
-
 } // namespace
 
 Document readStep(std::string const & path, Run & run, Coverage & coverage)
 {
-    using transl_tk::HtmlLoggerEntry;
-
     STEPCAFControl_Controller::Init();
     Interface_Static::SetCVal("xstep.cascade.unit", "MM");
-    for (Demand const level : {Demand::All, Demand::WithoutTolerances, Demand::ShapesOnly}) {
+    for (bool const all : {true, false}) {
         // A reader that has failed is of no use any more.
-        STEPCAFControl_Reader reader;
-        demand(reader, level);
+        Reader reader;
+        reader.askForAll(all);
         parse(reader, path, run);
         // The kernel falls over named shapes that refer to what is not in the file.
         Interface_Static::SetIVal("read.stepcaf.subshapes.name",
-                                  isWhole(*reader.Reader().StepModel()) ? 1 : 0);
+                                  isWhole(*reader.ChangeReader().StepModel()) ? 1 : 0);
         run.phase("transfer");
-        run.progress(TransferStart);
+        // What is tried again has been shown before.
+        int const start = all ? TransferStart : TransferEnd;
+        run.progress(start);
         Document result;
         result.content = newDocument();
         Handle(TransferProgress) const progress = new TransferProgress(
-            run, TransferStart, TransferEnd, [&reader] { return lastEntity(reader.Reader()); });
+            run, start, TransferEnd, [&reader] { return lastEntity(reader.ChangeReader()); });
         try {
-            reader.Transfer(result.content, progress->Start());
+            callKernel([&] { reader.Transfer(result.content, progress->Start()); });
         } catch (Standard_Failure const & failure) {
-            if (level == Demand::All)
-                coverage.lost(HtmlLoggerEntry::PMIs, "",
-                              "the dimensions and tolerances made the kernel fail: " +
-                                  wordsOf(failure));
-            else if (level == Demand::WithoutTolerances)
-                coverage.lost(HtmlLoggerEntry::Attributes, "",
-                              "colours, layers, materials and properties made the kernel fail: " +
-                                  wordsOf(failure));
-            else
-                throw Failure(Reason::Failed,
-                              path + " made the kernel fail: " + wordsOf(failure) + ".");
-            continue;
+            if (all)
+                continue;
+            throw Failure(Reason::Failed,
+                          path + " made the kernel fail: " + wordsOf(failure) + ".");
         }
-        gatherFacts(reader.ChangeReader(), result, coverage);
+        if (!all)
+            reader.addFacts(result.content, coverage);
+        gatherFacts(reader.ChangeReader(), result, run, coverage);
         return result;
     }
     return {};

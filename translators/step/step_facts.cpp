@@ -1,12 +1,17 @@
 #include "step_facts.h"
 
+#include <keld-translator-kit/limited_warnings.h>
+#include <keld-translator-kit/run.h>
+
 #include <APIHeaderSection_MakeHeader.hxx>
 #include <Interface_Check.hxx>
+#include <Interface_ReportEntity.hxx>
 #include <STEPControl_Reader.hxx>
 #include <StepBasic_Product.hxx>
 #include <StepBasic_ProductDefinition.hxx>
 #include <StepBasic_ProductDefinitionFormation.hxx>
 #include <StepData_StepModel.hxx>
+#include <StepData_UndefinedEntity.hxx>
 #include <StepGeom_Curve.hxx>
 #include <StepGeom_Surface.hxx>
 #include <StepShape_ConnectedFaceSet.hxx>
@@ -29,6 +34,7 @@
 #include <XSControl_TransferReader.hxx>
 #include <XSControl_WorkSession.hxx>
 #include <algorithm>
+#include <map>
 #include <memory>
 #include <unordered_map>
 
@@ -153,8 +159,8 @@ Kind kindOf(Handle(Standard_Transient) const & entity)
     return HtmlLoggerEntry::Object;
 }
 
-/// What the kernel was asked to read and gave nothing for.
-void gatherLoss(Handle(StepData_StepModel) const & model, Handle(Standard_Transient) const & entity,
+/// What the kernel was asked to read and gave nothing for. Whether that is so.
+bool gatherLoss(Handle(StepData_StepModel) const & model, Handle(Standard_Transient) const & entity,
                 Handle(Transfer_TransientProcess) const & process, Coverage & coverage)
 {
     Kind const kind = kindOf(entity);
@@ -163,28 +169,93 @@ void gatherLoss(Handle(StepData_StepModel) const & model, Handle(Standard_Transi
     bool const failed = !binder.IsNull() && binder->Check()->HasFailed();
     bool const mustArrive = kind == HtmlLoggerEntry::Face || kind == HtmlLoggerEntry::Body;
     if (arrived || (!failed && !mustArrive))
-        return;
+        return false;
     coverage.lost(kind, textOf(model->StringLabel(entity)),
                   failed ? binder->Check()->CFail(1)
                          : "the kernel made nothing of it, or nothing in the file uses it");
+    return true;
 }
 
 /// The numbers of the entities that the faces of the kernel were made from.
 using FaceNumbers = std::unordered_map<TopoDS_TShape const *, int>;
 
-void gatherFace(Handle(StepData_StepModel) const & model, Handle(Standard_Transient) const & entity,
+void gatherFace(Handle(StepData_StepModel) const & model,
+                Handle(StepShape_FaceSurface) const & face,
                 Handle(Transfer_TransientProcess) const & process, FaceNumbers & numbers)
 {
-    if (!entity->IsKind(STANDARD_TYPE(StepShape_FaceSurface)))
-        return;
-    TopoDS_Shape const shape = TransferBRep::ShapeResult(process, entity);
+    TopoDS_Shape const shape = TransferBRep::ShapeResult(process, face);
     if (!shape.IsNull())
-        numbers.emplace(shape.TShape().get(), model->IdentLabel(entity));
+        numbers.emplace(shape.TShape().get(), model->IdentLabel(face));
 }
+
+/// Whether the kernel failed at something.
+bool hasFailed(Transfer_TransientProcess const & process, Handle(Standard_Transient) const & entity)
+{
+    auto const binder = process.Find(entity);
+    return !binder.IsNull() && binder->Check()->HasFailed();
+}
+
+/// Faces that arrived although one of their boundaries did not.
+void gatherOpenFace(Handle(StepShape_FaceSurface) const & face,
+                    Handle(Transfer_TransientProcess) const & process, Document & document)
+{
+    for (int i = 1; i <= face->NbBounds(); ++i) {
+        auto const bound = face->BoundsValue(i);
+        if (bound.IsNull() || (!hasFailed(*process, bound) && !hasFailed(*process, bound->Bound())))
+            continue;
+        TopoDS_Shape const shape = TransferBRep::ShapeResult(process, face);
+        if (!shape.IsNull())
+            document.openFaces.insert(shape.TShape().get());
+    }
+}
+
+/// Entities that the kernel does not know, or could read in part alone. They count where nothing
+/// else says that they did not arrive.
+class UnreadEntities
+{
+public:
+    UnreadEntities(StepData_StepModel const & model, Coverage & coverage)
+        : m_Model(model), m_Coverage(coverage)
+    {}
+
+    void look(int number)
+    {
+        auto const entity = m_Model.Value(number);
+        if (auto const unknown = Handle(StepData_UndefinedEntity)::DownCast(entity)) {
+            ++m_Unknown[unknown->StepType()];
+        } else if (m_Model.IsErrorEntity(number)) {
+            std::string const type = entity->DynamicType()->Name();
+            m_Coverage.changed(HtmlLoggerEntry::Object,
+                               type.substr(type.find('_') + 1) + " read in part");
+            m_Words.push_back(textOf(m_Model.StringLabel(entity)) + " was read in part: " +
+                              m_Model.ReportEntity(number)->Check()->CFail(1));
+        }
+    }
+
+    void tell(translator_kit::Run & run)
+    {
+        translator_kit::LimitedWarnings warnings(run);
+        for (std::string const & words : m_Words)
+            warnings.add(words + ".");
+        warnings.end("entities that were read in part");
+        translator_kit::LimitedWarnings unknown(run);
+        for (auto const & [type, count] : m_Unknown)
+            unknown.add("Open CASCADE does not know " + translator_kit::quoted(type) +
+                        ", of which " + std::to_string(count) + " stand in the file.");
+        unknown.end("kinds of entities that Open CASCADE does not know");
+    }
+
+private:
+    StepData_StepModel const & m_Model;
+    Coverage & m_Coverage;
+    std::vector<std::string> m_Words;
+    std::map<std::string, int> m_Unknown;
+};
 
 } // namespace
 
-void gatherFacts(STEPControl_Reader & reader, Document & document, Coverage & coverage)
+void gatherFacts(STEPControl_Reader & reader, Document & document, translator_kit::Run & run,
+                 Coverage & coverage)
 {
     gatherUnit(reader, document);
     auto const model = reader.StepModel();
@@ -192,13 +263,19 @@ void gatherFacts(STEPControl_Reader & reader, Document & document, Coverage & co
     auto const transfer = reader.WS()->TransferReader();
     auto const process = transfer->TransientProcess();
     auto const faces = std::make_shared<FaceNumbers>();
+    UnreadEntities unread(*model, coverage);
     for (int i = 1; i <= model->NbEntities(); ++i) {
         auto const entity = model->Value(i);
-        gatherFace(model, entity, process, *faces);
-        gatherLoss(model, entity, process, coverage);
+        if (!gatherLoss(model, entity, process, coverage))
+            unread.look(i);
+        if (auto const face = Handle(StepShape_FaceSurface)::DownCast(entity)) {
+            gatherFace(model, face, process, *faces);
+            gatherOpenFace(face, process, document);
+        }
         if (auto const definition = Handle(StepBasic_ProductDefinition)::DownCast(entity))
             gatherProduct(definition, process, document);
     }
+    unread.tell(run);
     // The reader takes its model along when it goes.
     document.faceEntityOf = [faces](TopoDS_Shape const & face) {
         auto const found = faces->find(face.TShape().get());

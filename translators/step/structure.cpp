@@ -11,15 +11,12 @@
 
 #include <BRep_Tool.hxx>
 #include <Precision.hxx>
-#include <TDF_Attribute.hxx>
-#include <TDF_AttributeSequence.hxx>
 #include <TopLoc_Location.hxx>
 #include <TopoDS.hxx>
 #include <TopoDS_Edge.hxx>
 #include <TopoDS_Face.hxx>
 #include <TopoDS_Shape.hxx>
 #include <TopoDS_Vertex.hxx>
-#include <XCAFDoc_ColorTool.hxx>
 #include <XCAFDoc_DocumentTool.hxx>
 #include <XCAFDoc_ShapeTool.hxx>
 #include <gp_Trsf.hxx>
@@ -57,11 +54,16 @@ void Structure::build(translator_kit::Run & run)
         m_OpenAssemblies.pop_back();
         addChildren(definition, *assembly);
     }
+    addOccurrenceColours(m_Instances, m_Attributes, m_Coverage);
     std::size_t done = 0;
+    auto const percent = [&](std::size_t parts) {
+        constexpr std::size_t Share = 30;
+        return TransferEnd + static_cast<int>(Share * parts / m_OpenParts.size());
+    };
     for (auto const & [definition, part] : m_OpenParts) {
-        fillPart(definition, *part, run);
+        fillPart(definition, *part, run, percent(done), percent(done + 1));
         ++done;
-        run.progress(TransferEnd + static_cast<int>(30 * done / m_OpenParts.size()));
+        run.progress(percent(done));
     }
     run.phase("dimensions and tolerances");
     addPmi(*m_Document.content, m_Entities, m_Attributes, m_Coverage);
@@ -111,27 +113,12 @@ void Structure::addChildren(TDF_Label const & definition, transl_tk::Assembly & 
         if (!name.empty())
             m_Attributes.add(instance, InstanceNameAttribute, "instance name", name);
         addFacts(place, instance, m_Attributes, m_Coverage);
-        noteOccurrenceColours(place);
-    }
-}
-
-void Structure::noteOccurrenceColours(TDF_Label const & place)
-{
-    TDF_AttributeSequence occurrences;
-    XCAFDoc_ShapeTool::GetAllComponentSHUO(place, occurrences);
-    for (Handle(TDF_Attribute) const & occurrence : occurrences) {
-        for (auto const type : {XCAFDoc_ColorGen, XCAFDoc_ColorSurf, XCAFDoc_ColorCurv}) {
-            TDF_Label colour;
-            if (XCAFDoc_ColorTool::GetColor(occurrence->Label(), type, colour))
-                m_Coverage.lost(HtmlLoggerEntry::Attributes, "",
-                                "the colour of a single occurrence below " + nameOf(place) +
-                                    ", for which the model has no place");
-        }
+        m_Instances.Bind(place, instance);
     }
 }
 
 void Structure::fillPart(TDF_Label const & definition, transl_tk::Part & part,
-                         translator_kit::Run & run)
+                         translator_kit::Run & run, int start, int end)
 {
     auto const shapes = XCAFDoc_DocumentTool::ShapeTool(m_Document.content->Main());
     auto const nameOfShape = [&](TopoDS_Shape const & shape) {
@@ -146,7 +133,8 @@ void Structure::fillPart(TDF_Label const & definition, transl_tk::Part & part,
     };
     run.phase("mapping");
     run.at(words);
-    Topology topology({nameOfShape, m_Document.entityOf, tellFace}, m_Coverage);
+    Topology topology({nameOfShape, m_Document.entityOf, tellFace, m_Document.openFaces},
+                      m_Coverage);
     TopoDS_Shape const shape = XCAFDoc_ShapeTool::GetShape(definition);
     topology.addShape(shape, part);
     run.at(words);
@@ -156,7 +144,8 @@ void Structure::fillPart(TDF_Label const & definition, transl_tk::Part & part,
     run.phase("tessellation");
     run.at(words);
     if (m_Facets.wanted())
-        addFacets(shape, part, topology, m_Facets, m_Attributes, run, m_Coverage);
+        addFacets(shape, part, topology, m_Facets, m_Attributes, run, m_Coverage,
+                  new TransferProgress(run, start, end));
 }
 
 void Structure::addSubShapeFacts(TDF_Label const & definition, transl_tk::Part & part,
@@ -168,7 +157,8 @@ void Structure::addSubShapeFacts(TDF_Label const & definition, transl_tk::Part &
         return;
     NCollection_DataMap<TopoDS_Shape, std::vector<transl_tk::Base *>, TopTools_ShapeMapHasher>
         entities;
-    for (auto const * list : {&topology.bodies(), &topology.faces(), &topology.edges()}) {
+    for (auto const * list :
+         {&topology.bodies(), &topology.faces(), &topology.edges(), &topology.vertices()}) {
         for (Arrived const & arrived : *list) {
             if (!entities.IsBound(arrived.shape))
                 entities.Bind(arrived.shape, {});

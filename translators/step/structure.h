@@ -6,6 +6,7 @@
 #include "document.h"
 #include "facets.h"
 #include "label_entities.h"
+#include "occurrences.h"
 
 #include <NCollection_DataMap.hxx>
 #include <TDF_LabelMapHasher.hxx>
@@ -46,8 +47,9 @@ public:
 private:
     transl_tk::Component * componentFor(TDF_Label const & definition);
     void addChildren(TDF_Label const & definition, transl_tk::Assembly & assembly);
-    void noteOccurrenceColours(TDF_Label const & place);
-    void fillPart(TDF_Label const & definition, transl_tk::Part & part, translator_kit::Run & run);
+    /// Progress of the run goes from one percentage to another.
+    void fillPart(TDF_Label const & definition, transl_tk::Part & part, translator_kit::Run & run,
+                  int start, int end);
     void addSubShapeFacts(TDF_Label const & definition, transl_tk::Part & part,
                           Topology const & topology);
     void addTolerances(Topology const & topology);
@@ -59,6 +61,7 @@ private:
     FacetSettings const & m_Facets;
     Coverage & m_Coverage;
     EntitiesByLabel m_Entities;
+    InstancesByPlace m_Instances;
     AttributeBook m_Attributes;
     NCollection_DataMap<TDF_Label, transl_tk::Component *, TDF_LabelMapHasher> m_Components;
     std::vector<std::pair<TDF_Label, transl_tk::Assembly *>> m_OpenAssemblies;

@@ -225,6 +225,8 @@ transl_tk::Face * Topology::faceFrom(TopoDS_Face const & face)
     m_ArrivedFaces.push_back({face, result});
     if (face.Orientation() == TopAbs_INTERNAL || face.Orientation() == TopAbs_EXTERNAL)
         m_Coverage.changed(HtmlLoggerEntry::Face, "inner face as face with a sense");
+    else if (m_Source.openFaces.contains(face.TShape().get()))
+        m_Coverage.changed(HtmlLoggerEntry::Face, "face without one of its boundaries");
     else
         m_Coverage.exact(HtmlLoggerEntry::Face);
     return result;

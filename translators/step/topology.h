@@ -10,6 +10,7 @@
 #include <array>
 #include <functional>
 #include <map>
+#include <set>
 #include <utility>
 #include <vector>
 
@@ -57,6 +58,8 @@ public:
         std::function<std::string(TopoDS_Shape const &)> nameOf;
         std::function<std::string(TopoDS_Shape const &)> entityOf;
         std::function<void(TopoDS_Shape const &)> onFace;
+        /// Contents of faces that lack a boundary.
+        std::set<TopoDS_TShape const *> const & openFaces;
     };
 
     Topology(Source source, Coverage & coverage) : m_Source(std::move(source)), m_Coverage(coverage)

@@ -13,7 +13,8 @@ class Run;
 namespace step {
 
 /// Shows the host how far the kernel is with a step of the work, which lies between two
-/// percentages of the whole, and tells the run where the kernel is.
+/// percentages of the whole, and tells the run where the kernel is. The kernel asks it for as often
+/// as it likes; the run thins it out.
 class TransferProgress : public Message_ProgressIndicator
 {
     DEFINE_STANDARD_RTTI_INLINE(TransferProgress, Message_ProgressIndicator)
