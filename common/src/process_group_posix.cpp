@@ -4,12 +4,11 @@
 #include <algorithm>
 #include <cerrno>
 #include <csignal>
-#include <cstdio>
-#include <cstring>
 #include <dirent.h>
 #include <fcntl.h>
 #include <memory>
 #include <poll.h>
+#include <sstream>
 #include <string>
 #include <unistd.h>
 
@@ -38,14 +37,20 @@ bool livesIn(pid_t group, char const * process)
     size_t const name = status.rfind(')');
     if (name == std::string::npos)
         return false;
+    // Behind it: state, parent, group; the number of threads is the 18th word.
+    constexpr int Between = 14;
+    std::istringstream words(status.substr(name + 1));
     char state = 0;
+    int parent = 0;
     int ownGroup = 0;
+    words >> state >> parent >> ownGroup;
+    std::string word;
+    for (int i = 0; i < Between; ++i)
+        words >> word;
     int threads = 0;
-    int const found = std::sscanf(status.c_str() + name + 1,
-                                  " %c %*d %d %*d %*d %*d %*u %*u %*u %*u %*u %*u %*u %*d %*d %*d "
-                                  "%*d %d",
-                                  &state, &ownGroup, &threads);
-    return found == 3 && ownGroup == group && (std::strchr("ZX", state) == nullptr || threads > 1);
+    words >> threads;
+    bool const ended = (state == 'Z' || state == 'X') && threads <= 1;
+    return ownGroup == group && !ended;
 }
 
 bool isProcess(dirent const & entry)

@@ -1,8 +1,8 @@
 #include "group_memory.h"
 
-#include <cstdio>
-#include <cstring>
+#include <cstdlib>
 #include <dirent.h>
+#include <fstream>
 #include <memory>
 #include <unistd.h>
 
@@ -12,28 +12,16 @@ namespace {
 
 using namespace std::chrono_literals;
 
-using File = std::unique_ptr<std::FILE, int (*)(std::FILE *)>;
-
-/// The kilobytes of a line of a process's status, 0 when it is another line.
-long long kilobytesOf(char const * line)
-{
-    for (char const * const name : {"RssAnon:", "RssShmem:", "VmSwap:"}) {
-        long long number = 0;
-        std::size_t const length = std::strlen(name);
-        if (std::strncmp(line, name, length) == 0 &&
-            std::sscanf(line + length, "%lld", &number) == 1)
-            return number;
-    }
-    return 0;
-}
-
 long long bytesOf(std::string const & process)
 {
-    File const status(std::fopen(("/proc/" + process + "/status").c_str(), "re"), std::fclose);
+    std::ifstream status("/proc/" + process + "/status");
     long long kilobytes = 0;
-    char line[256];
-    while (status != nullptr && std::fgets(line, sizeof(line), status.get()) != nullptr)
-        kilobytes += kilobytesOf(line);
+    for (std::string line; std::getline(status, line);) {
+        for (std::string const name : {"RssAnon:", "RssShmem:", "VmSwap:"}) {
+            if (line.compare(0, name.size(), name) == 0)
+                kilobytes += std::strtoll(line.c_str() + name.size(), nullptr, 10);
+        }
+    }
     return 1024 * kilobytes;
 }
 
@@ -59,8 +47,8 @@ void GroupMemory::findMembers()
     m_Members.clear();
     std::unique_ptr<DIR, int (*)(DIR *)> const processes(opendir("/proc"), closedir);
     while (dirent const * const entry = processes == nullptr ? nullptr : readdir(processes.get())) {
-        int process = 0;
-        if (std::sscanf(entry->d_name, "%d", &process) == 1 && getpgid(process) == m_Group)
+        long const process = std::strtol(entry->d_name, nullptr, 10);
+        if (process > 0 && getpgid(static_cast<pid_t>(process)) == m_Group)
             m_Members.emplace_back(entry->d_name);
     }
 }
