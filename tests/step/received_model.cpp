@@ -74,7 +74,7 @@ gp_Trsf transformOf(Hierarchy & node)
 class Rebuilding
 {
 public:
-    explicit Rebuilding(transl_tk::SubPool & model) : m_Builder(model) {}
+    explicit Rebuilding(transl_tk::SubPool & model) : m_Builder(model, m_Coverage) {}
 
     TopoDS_Shape shapeOf(Component & component)
     {
@@ -102,6 +102,7 @@ public:
     std::vector<std::string> const & faults() const { return m_Builder.faults(); }
 
 private:
+    step::Coverage m_Coverage;
     step::ShapeBuilder m_Builder;
     std::map<Component *, TopoDS_Shape> m_Shapes;
 };

@@ -1,0 +1,177 @@
+#include "inventory.h"
+
+#include "label_facts.h"
+
+#include <BRepBndLib.hxx>
+#include <BRepGProp.hxx>
+#include <BRep_Tool.hxx>
+#include <GProp_GProps.hxx>
+#include <Quantity_ColorRGBA.hxx>
+#include <TDF_LabelSequence.hxx>
+#include <TopExp.hxx>
+#include <TopExp_Explorer.hxx>
+#include <TopLoc_Location.hxx>
+#include <TopTools_IndexedMapOfShape.hxx>
+#include <TopoDS.hxx>
+#include <TopoDS_Edge.hxx>
+#include <XCAFDoc_ColorTool.hxx>
+#include <XCAFDoc_DocumentTool.hxx>
+#include <XCAFDoc_LayerTool.hxx>
+#include <XCAFDoc_MaterialTool.hxx>
+#include <XCAFDoc_ShapeTool.hxx>
+#include <algorithm>
+#include <cmath>
+#include <tuple>
+
+namespace step {
+
+namespace {
+
+long long countOf(TopoDS_Shape const & shape, TopAbs_ShapeEnum kind)
+{
+    TopTools_IndexedMapOfShape found;
+    TopExp::MapShapes(shape, kind, found);
+    return found.Extent();
+}
+
+long long countOfEdges(TopoDS_Shape const & shape)
+{
+    TopTools_IndexedMapOfShape found;
+    TopExp::MapShapes(shape, TopAbs_EDGE, found);
+    return std::count_if(found.cbegin(), found.cend(), [](TopoDS_Shape const & edge) {
+        return !BRep_Tool::Degenerated(TopoDS::Edge(edge));
+    });
+}
+
+long long countOfPoints(TopoDS_Shape const & shape)
+{
+    long long count = 0;
+    for (TopExp_Explorer point(shape, TopAbs_VERTEX, TopAbs_EDGE); point.More(); point.Next())
+        ++count;
+    return count;
+}
+
+Measures measuresOf(TopoDS_Shape const & shape)
+{
+    Measures result;
+    GProp_GProps area;
+    BRepGProp::SurfaceProperties(shape, area);
+    result.area = area.Mass();
+    result.moment = area.CentreOfMass().XYZ() * area.Mass();
+    for (TopExp_Explorer solid(shape, TopAbs_SOLID); solid.More(); solid.Next()) {
+        GProp_GProps volume;
+        BRepGProp::VolumeProperties(solid.Current(), volume);
+        result.volume += volume.Mass();
+    }
+    BRepBndLib::AddOptimal(shape, result.box, false, false);
+    return result;
+}
+
+PartInventory partInventory(TDF_Label const & label)
+{
+    PartInventory part;
+    part.name = nameOf(label);
+    part.shape = XCAFDoc_ShapeTool::GetShape(label);
+    part.solids = countOf(part.shape, TopAbs_SOLID);
+    part.shells = countOf(part.shape, TopAbs_SHELL);
+    part.faces = countOf(part.shape, TopAbs_FACE);
+    part.edges = countOfEdges(part.shape);
+    part.points = countOfPoints(part.shape);
+    part.measures = measuresOf(part.shape);
+    return part;
+}
+
+void add(Measures & whole, Measures const & part, gp_Trsf const & place)
+{
+    whole.volume += part.volume;
+    whole.area += part.area;
+    if (part.area > 0) {
+        gp_Pnt centre(part.moment / part.area);
+        whole.moment += centre.Transformed(place).XYZ() * part.area;
+    }
+    if (!part.box.IsVoid())
+        whole.box.Add(part.box.Transformed(place));
+}
+
+using Parts = NCollection_DataMap<TDF_Label, Measures, TDF_LabelMapHasher>;
+
+/// What a product measures with all that stands below it.
+Measures const & wholeOf(TDF_Label const & definition, Parts & known)
+{
+    if (auto const * measures = known.Seek(definition))
+        return *measures;
+    Measures whole;
+    TDF_LabelSequence places;
+    XCAFDoc_ShapeTool::GetComponents(definition, places);
+    for (TDF_Label const & place : places) {
+        TDF_Label referred;
+        if (XCAFDoc_ShapeTool::GetReferredShape(place, referred))
+            add(whole, wholeOf(referred, known),
+                XCAFDoc_ShapeTool::GetLocation(place).Transformation());
+    }
+    return *known.Bound(definition, whole);
+}
+
+std::string wordsOf(Quantity_ColorRGBA const & colour)
+{
+    double red = 0;
+    double green = 0;
+    double blue = 0;
+    colour.GetRGB().Values(red, green, blue, Quantity_TOC_sRGB);
+    std::string words;
+    for (double const value : {red, green, blue, static_cast<double>(colour.Alpha())})
+        words += std::to_string(std::lround(255 * value)) + " ";
+    return words;
+}
+
+void gatherFacts(Handle(TDocStd_Document) const & document, Inventory & inventory)
+{
+    TDF_LabelSequence labels;
+    auto const colours = XCAFDoc_DocumentTool::ColorTool(document->Main());
+    colours->GetColors(labels);
+    for (TDF_Label const & label : labels) {
+        Quantity_ColorRGBA colour;
+        if (colours->GetColor(label, colour))
+            inventory.colours.insert(wordsOf(colour));
+    }
+    auto const layers = XCAFDoc_DocumentTool::LayerTool(document->Main());
+    layers->GetLayerLabels(labels);
+    for (TDF_Label const & label : labels)
+        inventory.layers.insert(nameOf(label));
+    XCAFDoc_DocumentTool::MaterialTool(document->Main())->GetMaterialLabels(labels);
+    for (TDF_Label const & label : labels)
+        inventory.materials.insert(nameOf(label));
+}
+
+} // namespace
+
+Inventory inventoryOf(Handle(TDocStd_Document) const & document)
+{
+    Inventory result;
+    Parts measures;
+    TDF_LabelSequence labels;
+    auto const shapes = XCAFDoc_DocumentTool::ShapeTool(document->Main());
+    shapes->GetShapes(labels);
+    for (TDF_Label const & label : labels) {
+        result.products.insert(nameOf(label));
+        TDF_LabelSequence places;
+        XCAFDoc_ShapeTool::GetComponents(label, places);
+        for (TDF_Label const & place : places)
+            result.instances.insert(nameOf(place));
+        if (XCAFDoc_ShapeTool::IsAssembly(label))
+            continue;
+        result.parts.push_back(partInventory(label));
+        measures.Bind(label, result.parts.back().measures);
+    }
+    std::sort(result.parts.begin(), result.parts.end(),
+              [](PartInventory const & a, PartInventory const & b) {
+                  return std::tie(a.name, a.measures.volume) < std::tie(b.name, b.measures.volume);
+              });
+    shapes->GetFreeShapes(labels);
+    for (TDF_Label const & label : labels)
+        add(result.whole, wholeOf(label, measures), gp_Trsf());
+    gatherFacts(document, result);
+    return result;
+}
+
+} // namespace step

@@ -1,0 +1,56 @@
+#ifndef KELD_STEP_INVENTORY_H
+#define KELD_STEP_INVENTORY_H
+
+#include <Bnd_Box.hxx>
+#include <TDocStd_Document.hxx>
+#include <TopoDS_Shape.hxx>
+#include <gp_Pnt.hxx>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace step {
+
+/// Sizes of shapes. Volumes are those of solids, areas and centres those of all faces.
+struct Measures
+{
+    double volume = 0;
+    double area = 0;
+    gp_XYZ moment; ///< the centre of the area, times the area
+    Bnd_Box box;
+};
+
+/// What is counted and measured of one product with shapes.
+struct PartInventory
+{
+    std::string name;
+    TopoDS_Shape shape;
+    long long solids = 0;
+    long long shells = 0;
+    long long faces = 0;
+    long long edges = 0;  ///< those with a length
+    long long points = 0; ///< vertices outside of edges
+    Measures measures;
+};
+
+/// What a document holds, so that two documents can be compared.
+struct Inventory
+{
+    std::multiset<std::string> products;
+    std::multiset<std::string> instances;
+    std::vector<PartInventory> parts; ///< by name, and by volume where names are the same
+    std::set<std::string> colours;
+    std::set<std::string> layers;
+    std::set<std::string> materials;
+    Measures whole; ///< all parts, each at all of its places
+};
+
+Inventory inventoryOf(Handle(TDocStd_Document) const & document);
+
+/// A sentence for each thing in which `found` differs from `expected`; sizes may differ by a
+/// millionth. Names are compared where both have them.
+std::vector<std::string> differences(Inventory const & expected, Inventory const & found);
+
+} // namespace step
+
+#endif
