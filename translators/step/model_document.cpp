@@ -351,7 +351,6 @@ void ModelDocument::addLoose(LooseEntities const & loose)
 
 TDF_Label ModelDocument::addProduct(TDF_Label const & label, OutgoingProduct product)
 {
-    TDataStd_Name::Set(label, TCollection_ExtendedString(static_cast<int>(m_Products.size())));
     product.label = label;
     if (product.id.empty())
         product.id = product.name;

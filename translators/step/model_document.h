@@ -30,8 +30,7 @@ namespace step {
 
 struct LooseEntities;
 
-/// A product of a document that is to be written. The label's own name is a key that no other
-/// product has.
+/// A product of a document that is to be written.
 struct OutgoingProduct
 {
     TDF_Label label;

@@ -59,4 +59,15 @@ void writeFile(std::string const & path, Run & run)
     }
 }
 
+void expectNone(std::vector<std::string> const & differences, std::string const & path, Run & run)
+{
+    if (differences.empty())
+        return;
+    for (std::string const & difference : differences)
+        run.error(difference);
+    throw Failure(Reason::ExportFailed, "What was written to " + path +
+                                            " was read back and is not the model; the file is "
+                                            "dropped.");
+}
+
 } // namespace step

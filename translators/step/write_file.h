@@ -4,6 +4,7 @@
 #include <keld-translator-kit/run.h>
 
 #include <string>
+#include <vector>
 
 namespace step {
 
@@ -15,6 +16,10 @@ void writeFile(std::string const & path, translator_kit::Run & run);
 /// The two kinds of files.
 void writeStep(std::string const & path, translator_kit::Run & run);
 void writeStl(std::string const & path, translator_kit::Run & run);
+
+/// Fails the run with these sentences, unless there are none.
+void expectNone(std::vector<std::string> const & differences, std::string const & path,
+                translator_kit::Run & run);
 
 } // namespace step
 
