@@ -4,7 +4,9 @@
 #include <BRepGProp.hxx>
 #include <GProp_GProps.hxx>
 #include <TopExp_Explorer.hxx>
+#include <algorithm>
 #include <cmath>
+#include <iterator>
 
 namespace step {
 
@@ -80,6 +82,15 @@ std::vector<std::string> differences(Inventory const & expected, Inventory const
     }
     compareMeasures(list, "", expected.whole, found.whole);
     return list.take();
+}
+
+std::vector<std::string> lostInstanceFacts(Inventory const & expected, Inventory const & found)
+{
+    std::vector<std::string> result;
+    std::set_difference(expected.instanceFacts.begin(), expected.instanceFacts.end(),
+                        found.instanceFacts.begin(), found.instanceFacts.end(),
+                        std::back_inserter(result));
+    return result;
 }
 
 } // namespace step

@@ -7,6 +7,8 @@
 #include <BRep_Tool.hxx>
 #include <GProp_GProps.hxx>
 #include <Quantity_ColorRGBA.hxx>
+#include <TColStd_HSequenceOfExtendedString.hxx>
+#include <TCollection_AsciiString.hxx>
 #include <TDF_LabelSequence.hxx>
 #include <TopExp.hxx>
 #include <TopExp_Explorer.hxx>
@@ -124,23 +126,55 @@ std::string wordsOf(Quantity_ColorRGBA const & colour)
     return words;
 }
 
-void gatherFacts(Handle(TDocStd_Document) const & document, Inventory & inventory)
+std::vector<std::string> coloursOf(TDF_Label const & label)
+{
+    std::vector<std::string> result;
+    for (auto const type : {XCAFDoc_ColorGen, XCAFDoc_ColorSurf, XCAFDoc_ColorCurv}) {
+        TDF_Label colourLabel;
+        Quantity_ColorRGBA colour;
+        if (XCAFDoc_ColorTool::GetColor(label, type, colourLabel) &&
+            XCAFDoc_DocumentTool::ColorTool(label)->GetColor(colourLabel, colour))
+            result.push_back(wordsOf(colour));
+    }
+    return result;
+}
+
+std::vector<std::string> layersOf(TDF_Label const & label)
+{
+    std::vector<std::string> result;
+    auto const layers = XCAFDoc_DocumentTool::LayerTool(label)->GetLayers(label);
+    for (int i = 1; !layers.IsNull() && i <= layers->Length(); ++i)
+        result.push_back(TCollection_AsciiString(layers->Value(i)).ToCString());
+    return result;
+}
+
+void gatherFacts(TDF_Label const & product, Inventory & inventory)
 {
     TDF_LabelSequence labels;
-    auto const colours = XCAFDoc_DocumentTool::ColorTool(document->Main());
-    colours->GetColors(labels);
+    XCAFDoc_ShapeTool::GetSubShapes(product, labels);
+    labels.Append(product);
     for (TDF_Label const & label : labels) {
-        Quantity_ColorRGBA colour;
-        if (colours->GetColor(label, colour))
-            inventory.colours.insert(wordsOf(colour));
+        for (std::string const & colour : coloursOf(label))
+            inventory.colours.insert(colour);
+        for (std::string const & layer : layersOf(label))
+            inventory.layers.insert(layer);
     }
-    auto const layers = XCAFDoc_DocumentTool::LayerTool(document->Main());
-    layers->GetLayerLabels(labels);
-    for (TDF_Label const & label : labels)
-        inventory.layers.insert(nameOf(label));
-    XCAFDoc_DocumentTool::MaterialTool(document->Main())->GetMaterialLabels(labels);
-    for (TDF_Label const & label : labels)
-        inventory.materials.insert(nameOf(label));
+}
+
+void gatherPlaces(TDF_Label const & product, Inventory & inventory)
+{
+    TDF_LabelSequence places;
+    XCAFDoc_ShapeTool::GetComponents(product, places);
+    for (TDF_Label const & place : places) {
+        std::string const name = nameOf(place);
+        inventory.instances.insert(name);
+        std::set<std::string> facts;
+        for (std::string const & colour : coloursOf(place))
+            facts.insert("colour " + colour + "of the instance \"" + name + '"');
+        for (std::string const & layer : layersOf(place))
+            facts.insert("layer \"" + layer + "\" of the instance \"" + name + '"');
+        inventory.instanceFacts.insert(facts.begin(), facts.end());
+    }
 }
 
 } // namespace
@@ -154,10 +188,8 @@ Inventory inventoryOf(Handle(TDocStd_Document) const & document)
     shapes->GetShapes(labels);
     for (TDF_Label const & label : labels) {
         result.products.insert(nameOf(label));
-        TDF_LabelSequence places;
-        XCAFDoc_ShapeTool::GetComponents(label, places);
-        for (TDF_Label const & place : places)
-            result.instances.insert(nameOf(place));
+        gatherPlaces(label, result);
+        gatherFacts(label, result);
         if (XCAFDoc_ShapeTool::IsAssembly(label))
             continue;
         result.parts.push_back(partInventory(label));
@@ -170,7 +202,9 @@ Inventory inventoryOf(Handle(TDocStd_Document) const & document)
     shapes->GetFreeShapes(labels);
     for (TDF_Label const & label : labels)
         add(result.whole, wholeOf(label, measures), gp_Trsf());
-    gatherFacts(document, result);
+    XCAFDoc_DocumentTool::MaterialTool(document->Main())->GetMaterialLabels(labels);
+    for (TDF_Label const & label : labels)
+        result.materials.insert(nameOf(label));
     return result;
 }
 

@@ -39,15 +39,19 @@ struct Inventory
     std::multiset<std::string> products;
     std::multiset<std::string> instances;
     std::vector<PartInventory> parts; ///< by name, and by volume where names are the same
-    std::set<std::string> colours;
-    std::set<std::string> layers;
+    std::set<std::string> colours;    ///< of products and of what stands in them
+    std::set<std::string> layers;     ///< the same
     std::set<std::string> materials;
-    Measures whole; ///< all parts, each at all of its places
+    std::multiset<std::string> instanceFacts; ///< words for each colour and layer of a place
+    Measures whole;                           ///< all parts, each at all of its places
 };
 
 Inventory inventoryOf(Handle(TDocStd_Document) const & document);
 
-/// A sentence for each thing in which `found` differs from `expected`; sizes may differ by a
+/// The colours and layers of instances that `found` lacks.
+std::vector<std::string> lostInstanceFacts(Inventory const & expected, Inventory const & found);
+
+/// A sentence for each other thing in which `found` differs from `expected`; sizes may differ by a
 /// millionth. Names are compared where both have them.
 std::vector<std::string> differences(Inventory const & expected, Inventory const & found);
 

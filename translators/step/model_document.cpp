@@ -150,6 +150,14 @@ std::string nameOf(Base & entity, Part & part)
     return name == part.getName() ? std::string() : name;
 }
 
+/// The label of `shape`, which stands in the shape of `product` or is all of it.
+TDF_Label labelOf(TopoDS_Shape const & shape, TDF_Label const & product)
+{
+    if (shape.IsSame(XCAFDoc_ShapeTool::GetShape(product)))
+        return product;
+    return XCAFDoc_DocumentTool::ShapeTool(product)->AddSubShape(product, shape);
+}
+
 bool isPlaced(Component & component)
 {
     return !component.forEachInstance([](Instance *, void *) { return false; }, nullptr);
@@ -176,6 +184,9 @@ void ModelDocument::build(translator_kit::Run & run)
     LooseEntities const loose(m_Model);
     addLoose(loose);
     toolOf(m_Content)->UpdateAssemblies();
+    // Places have shapes from here on.
+    for (auto const & [node, label] : m_Places)
+        m_Facts.put(*node, label, m_Coverage);
     countLost(loose);
     m_Facts.countLost(m_Coverage);
     run.progress(BuildEnd);
@@ -224,10 +235,12 @@ TDF_Label ModelDocument::definitionOf(Component & component, gp_Mat const & rest
             shape = m_Shapes.shapeOf(part);
         label = toolOf(m_Content)->NewShape();
         m_Definitions[key] = addProduct(label, product);
+        m_Facts.put(component, label, m_Coverage);
         fillPart(part, rest, label);
     } else {
         label = toolOf(m_Content)->NewShape();
         m_Definitions[key] = addProduct(label, product);
+        m_Facts.put(component, label, m_Coverage);
         if (m_Open.size() >= DeepestAssembly)
             throw Failure(Reason::ExportFailed, "The assembly \"" + product.name +
                                                     "\" stands more than " +
@@ -237,7 +250,6 @@ TDF_Label ModelDocument::definitionOf(Component & component, gp_Mat const & rest
         addChildren(static_cast<Assembly &>(component), rest, label);
         m_Open.erase(&component);
     }
-    m_Facts.put(component, label, m_Coverage);
     if (!isIdentity(rest))
         m_Coverage.changed(isPart ? HtmlLoggerEntry::Part : HtmlLoggerEntry::Assembly,
                            wordsOf(rest) + " copy as a product of its own");
@@ -267,7 +279,6 @@ void ModelDocument::fillPart(Part & part, gp_Mat const & rest, TDF_Label const &
 void ModelDocument::addSubShapes(Part & part, TDF_Label const & label,
                                  std::map<Base const *, TopoDS_Shape> const & changed)
 {
-    auto const tool = toolOf(m_Content);
     for (Base * const entity : entitiesOf(part)) {
         auto const other = changed.find(entity);
         TopoDS_Shape const shape =
@@ -277,7 +288,7 @@ void ModelDocument::addSubShapes(Part & part, TDF_Label const & label,
         if (std::string const name = nameOf(*entity, part); !name.empty())
             m_Names.emplace_back(shape, name);
         if (m_Facts.hasFacts(*entity))
-            m_Facts.put(*entity, tool->AddSubShape(label, shape), m_Coverage);
+            m_Facts.put(*entity, labelOf(shape, label), m_Coverage);
     }
 }
 
@@ -311,7 +322,7 @@ void ModelDocument::place(Hierarchy & node, gp_Mat const & above, TDF_Label cons
         return;
     std::string const name = m_Facts.text(node, InstanceNameAttribute, "instance name");
     TDataStd_Name::Set(placed, TCollection_ExtendedString(name.c_str(), true));
-    m_Facts.put(node, placed, m_Coverage);
+    m_Places.emplace_back(&node, placed);
     m_Coverage.exact(HtmlLoggerEntry::Instance);
 }
 

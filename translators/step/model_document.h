@@ -89,6 +89,7 @@ private:
     std::map<transl_tk::Part *, TopoDS_Shape> m_PartShapes;
     std::set<transl_tk::Component *> m_Open; ///< those whose children are being added
     std::set<transl_tk::Component *> m_Reached;
+    std::vector<std::pair<transl_tk::Hierarchy *, TDF_Label>> m_Places;
     std::vector<OutgoingProduct> m_Products;
     std::vector<std::pair<TopoDS_Shape, std::string>> m_Names;
     transl_tk::Component * m_Top = nullptr;

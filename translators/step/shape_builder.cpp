@@ -30,6 +30,7 @@
 #include <Precision.hxx>
 #include <Standard_Failure.hxx>
 #include <TopoDS_Compound.hxx>
+#include <TopoDS_Iterator.hxx>
 #include <TopoDS_Shell.hxx>
 #include <TopoDS_Solid.hxx>
 #include <TopoDS_Wire.hxx>
@@ -49,6 +50,11 @@ gp_Pnt positionOf(geom::Point & point)
     double z = 0;
     point.getCoordinates(x, y, z);
     return {x, y, z};
+}
+
+bool isSolid(TopoDS_Shape const & shape)
+{
+    return shape.ShapeType() == TopAbs_SOLID;
 }
 
 std::string wordsOf(Standard_Failure const & failure)
@@ -95,7 +101,9 @@ TopoDS_Shape ShapeBuilder::shapeOf(transl_tk::Part & part)
     add(listed(part, &transl_tk::Part::forEachEdge));
     add(listed(part, &transl_tk::Part::forEachCurve));
     add(listed(part, &transl_tk::Part::forEachPoint));
-    return result;
+    return result.NbChildren() == 1 && isSolid(TopoDS_Iterator(result).Value())
+               ? TopoDS_Iterator(result).Value()
+               : result;
 }
 
 TopoDS_Shape ShapeBuilder::shapeOf(transl_tk::Body & body)
@@ -105,17 +113,17 @@ TopoDS_Shape ShapeBuilder::shapeOf(transl_tk::Body & body)
     if (shells.empty())
         return {};
     TopoDS_Shape & result = m_Made[&body];
-    bool isSolid = true;
+    bool boundsSolid = true;
     for (auto * const shell : shells)
-        isSolid = isSolid && shell->getShellFlag();
-    if (!isSolid && shells.size() == 1) {
+        boundsSolid = boundsSolid && shell->getShellFlag();
+    if (!boundsSolid && shells.size() == 1) {
         result = shapeOf(*shells.front());
     } else {
         TopoDS_Solid solid;
         TopoDS_Compound compound;
         builder.MakeSolid(solid);
         builder.MakeCompound(compound);
-        result = isSolid ? TopoDS_Shape(solid) : TopoDS_Shape(compound);
+        result = boundsSolid ? TopoDS_Shape(solid) : TopoDS_Shape(compound);
         for (auto * const shell : shells)
             builder.Add(result, shapeOf(*shell));
     }
