@@ -119,6 +119,11 @@ TopoDS_Shape boxWithVoid()
         .Shape();
 }
 
+TopoDS_Shape insideOutBox()
+{
+    return BRepPrimAPI_MakeBox(10, 20, 30).Shape().Reversed();
+}
+
 TopoDS_Shape edgeAndPoint()
 {
     TopoDS_Compound compound;

@@ -57,7 +57,8 @@ private:
 class ErrorsInFile
 {
 public:
-    explicit ErrorsInFile(std::string const & path) : m_Old(fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, 3))
+    explicit ErrorsInFile(std::string const & path)
+        : m_Old(fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, 3))
     {
         std::fflush(stderr);
         int const file = open(path.c_str(), O_CREAT | O_WRONLY | O_APPEND | O_CLOEXEC, 0600);

@@ -56,9 +56,9 @@ void DifferenceList::compare(std::string const & of, Bnd_Box const & expected,
     }
 }
 
-void DifferenceList::compareNames(std::string const & what,
-                                  std::vector<std::string> const & expected,
-                                  std::vector<std::string> const & found)
+void DifferenceList::expectNames(std::string const & what,
+                                 std::vector<std::string> const & expected,
+                                 std::vector<std::string> const & found)
 {
     std::vector<std::string> missing;
     std::set_difference(expected.begin(), expected.end(), found.begin(), found.end(),
@@ -69,6 +69,13 @@ void DifferenceList::compareNames(std::string const & what,
     if (!missing.empty())
         m_Sentences.push_back("The file lacks " + std::to_string(missing.size()) + " of the " +
                               what + ": " + list + ".");
+}
+
+void DifferenceList::compareNames(std::string const & what,
+                                  std::vector<std::string> const & expected,
+                                  std::vector<std::string> const & found)
+{
+    expectNames(what, expected, found);
     compare("number of " + what, static_cast<long long>(expected.size()),
             static_cast<long long>(found.size()));
 }

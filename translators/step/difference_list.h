@@ -20,7 +20,11 @@ public:
     /// " of \"plate\"".
     void compare(std::string const & of, Bnd_Box const & expected, Bnd_Box const & found);
 
-    /// Both lists are sorted.
+    /// Looks for what `found` lacks. Both lists are sorted.
+    void expectNames(std::string const & what, std::vector<std::string> const & expected,
+                     std::vector<std::string> const & found);
+
+    /// The same, and neither may have more than the other.
     void compareNames(std::string const & what, std::vector<std::string> const & expected,
                       std::vector<std::string> const & found);
 

@@ -53,25 +53,10 @@ long long countOfPoints(TopoDS_Shape const & shape)
     return count;
 }
 
-Measures measuresOf(TopoDS_Shape const & shape)
-{
-    Measures result;
-    GProp_GProps area;
-    BRepGProp::SurfaceProperties(shape, area);
-    result.area = area.Mass();
-    result.moment = area.CentreOfMass().XYZ() * area.Mass();
-    for (TopExp_Explorer solid(shape, TopAbs_SOLID); solid.More(); solid.Next()) {
-        GProp_GProps volume;
-        BRepGProp::VolumeProperties(solid.Current(), volume);
-        result.volume += volume.Mass();
-    }
-    BRepBndLib::AddOptimal(shape, result.box, false, false);
-    return result;
-}
-
 PartInventory partInventory(TDF_Label const & label)
 {
     PartInventory part;
+    part.label = label;
     part.name = nameOf(label);
     part.shape = XCAFDoc_ShapeTool::GetShape(label);
     part.solids = countOf(part.shape, TopAbs_SOLID);
@@ -79,7 +64,7 @@ PartInventory partInventory(TDF_Label const & label)
     part.faces = countOf(part.shape, TopAbs_FACE);
     part.edges = countOfEdges(part.shape);
     part.points = countOfPoints(part.shape);
-    part.measures = measuresOf(part.shape);
+    part.measures = measuresOf(part.shape, false);
     return part;
 }
 
@@ -167,22 +152,63 @@ void gatherPlaces(TDF_Label const & product, Inventory & inventory)
     XCAFDoc_ShapeTool::GetComponents(product, places);
     for (TDF_Label const & place : places) {
         std::string const name = nameOf(place);
-        inventory.instances.insert(name);
+        ++inventory.instances;
+        if (!name.empty())
+            inventory.instanceNames.insert(name);
+        TDF_Label referred;
+        XCAFDoc_ShapeTool::GetReferredShape(place, referred);
+        std::string const of = "of an instance of \"" + nameOf(referred) + '"';
         std::set<std::string> facts;
         for (std::string const & colour : coloursOf(place))
-            facts.insert("colour " + colour + "of the instance \"" + name + '"');
+            facts.insert("colour " + colour + of);
         for (std::string const & layer : layersOf(place))
-            facts.insert("layer \"" + layer + "\" of the instance \"" + name + '"');
+            facts.insert("layer \"" + layer + "\" " + of);
         inventory.instanceFacts.insert(facts.begin(), facts.end());
     }
 }
 
 } // namespace
 
+Measures measuresOf(TopoDS_Shape const & shape, bool exact)
+{
+    constexpr double Error = 1e-8;
+    Measures result;
+    GProp_GProps area;
+    if (exact)
+        BRepGProp::SurfaceProperties(shape, area, Error);
+    else
+        BRepGProp::SurfaceProperties(shape, area);
+    result.area = area.Mass();
+    result.moment = area.CentreOfMass().XYZ() * area.Mass();
+    for (TopExp_Explorer solid(shape, TopAbs_SOLID); solid.More(); solid.Next()) {
+        GProp_GProps volume;
+        if (exact)
+            BRepGProp::VolumeProperties(solid.Current(), volume, Error);
+        else
+            BRepGProp::VolumeProperties(solid.Current(), volume);
+        result.volume += volume.Mass();
+    }
+    BRepBndLib::AddOptimal(shape, result.box, false, false);
+    return result;
+}
+
+Measures wholeOf(Inventory const & inventory)
+{
+    Parts measures;
+    for (PartInventory const & part : inventory.parts)
+        measures.Bind(part.label, part.measures);
+    Measures whole;
+    TDF_LabelSequence tops;
+    XCAFDoc_DocumentTool::ShapeTool(inventory.document->Main())->GetFreeShapes(tops);
+    for (TDF_Label const & top : tops)
+        add(whole, wholeOf(top, measures), gp_Trsf());
+    return whole;
+}
+
 Inventory inventoryOf(Handle(TDocStd_Document) const & document)
 {
     Inventory result;
-    Parts measures;
+    result.document = document;
     TDF_LabelSequence labels;
     auto const shapes = XCAFDoc_DocumentTool::ShapeTool(document->Main());
     shapes->GetShapes(labels);
@@ -193,15 +219,11 @@ Inventory inventoryOf(Handle(TDocStd_Document) const & document)
         if (XCAFDoc_ShapeTool::IsAssembly(label))
             continue;
         result.parts.push_back(partInventory(label));
-        measures.Bind(label, result.parts.back().measures);
     }
     std::sort(result.parts.begin(), result.parts.end(),
               [](PartInventory const & a, PartInventory const & b) {
                   return std::tie(a.name, a.measures.volume) < std::tie(b.name, b.measures.volume);
               });
-    shapes->GetFreeShapes(labels);
-    for (TDF_Label const & label : labels)
-        add(result.whole, wholeOf(label, measures), gp_Trsf());
     XCAFDoc_DocumentTool::MaterialTool(document->Main())->GetMaterialLabels(labels);
     for (TDF_Label const & label : labels)
         result.materials.insert(nameOf(label));

@@ -2,6 +2,7 @@
 #define KELD_STEP_INVENTORY_H
 
 #include <Bnd_Box.hxx>
+#include <TDF_Label.hxx>
 #include <TDocStd_Document.hxx>
 #include <TopoDS_Shape.hxx>
 #include <gp_Pnt.hxx>
@@ -23,6 +24,7 @@ struct Measures
 /// What is counted and measured of one product with shapes.
 struct PartInventory
 {
+    TDF_Label label;
     std::string name;
     TopoDS_Shape shape;
     long long solids = 0;
@@ -33,14 +35,20 @@ struct PartInventory
     Measures measures;
 };
 
+/// The sizes of a shape. Exact ones take longer; of the others, the errors depend on the form of
+/// the shape.
+Measures measuresOf(TopoDS_Shape const & shape, bool exact);
+
 /// What a document holds, so that two documents can be compared.
 struct Inventory
 {
+    Handle(TDocStd_Document) document;
     std::multiset<std::string> products;
-    std::multiset<std::string> instances;
-    std::vector<PartInventory> parts; ///< by name, and by volume where names are the same
-    std::set<std::string> colours;    ///< of products and of what stands in them
-    std::set<std::string> layers;     ///< the same
+    long long instances = 0;
+    std::multiset<std::string> instanceNames; ///< of those that have one
+    std::vector<PartInventory> parts;         ///< by name, and by volume where names are the same
+    std::set<std::string> colours;            ///< of products and of what stands in them
+    std::set<std::string> layers;             ///< the same
     std::set<std::string> materials;
     std::multiset<std::string> instanceFacts; ///< words for each colour and layer of a place
     Measures whole;                           ///< all parts, each at all of its places
@@ -48,12 +56,15 @@ struct Inventory
 
 Inventory inventoryOf(Handle(TDocStd_Document) const & document);
 
+/// The sizes of all parts together, each at all of its places.
+Measures wholeOf(Inventory const & inventory);
+
 /// The colours and layers of instances that `found` lacks.
 std::vector<std::string> lostInstanceFacts(Inventory const & expected, Inventory const & found);
 
 /// A sentence for each other thing in which `found` differs from `expected`; sizes may differ by a
-/// millionth. Names are compared where both have them.
-std::vector<std::string> differences(Inventory const & expected, Inventory const & found);
+/// millionth.
+std::vector<std::string> differences(Inventory expected, Inventory found);
 
 } // namespace step
 
