@@ -10,6 +10,7 @@
 #include <keld-transl/reporting/logger_policy.h>
 
 #include <cstdio>
+#include <cstdlib>
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -20,6 +21,15 @@ namespace {
 using transl_tk::IOption;
 using transl_tk::IValue;
 using transl_tk::Pool;
+
+IValue * valueOf(std::string const & words)
+{
+    char * end = nullptr;
+    double const number = std::strtod(words.c_str(), &end);
+    if (!words.empty() && *end == '\0')
+        return IValue::create(number);
+    return words == "true" ? IValue::create(true) : IValue::create(words.c_str());
+}
 
 class Host : public transl_tk::ClientOut
 {
@@ -39,11 +49,8 @@ public:
     void fillOptions() override
     {
         getExecIO()->addOption(IOption::create("host", IValue::create("test"), ""));
-        for (auto const & [name, value] : m_Options) {
-            IValue * const text =
-                value == "true" ? IValue::create(true) : IValue::create(value.c_str());
-            getExecIO()->addOption(IOption::create(name.c_str(), text, ""));
-        }
+        for (auto const & [name, value] : m_Options)
+            getExecIO()->addOption(IOption::create(name.c_str(), valueOf(value), ""));
     }
 
 private:

@@ -12,9 +12,9 @@ namespace tests {
 class SentModel
 {
 public:
-    /// Options are texts, or "true". `fill` makes the model, or makes one that is there already the
-    /// current one; that one is gone afterwards. `command` is the translator, the usual one if
-    /// empty.
+    /// Options are numbers, "true", or other texts. `fill` makes the model, or makes one that is
+    /// there already the current one; that one is gone afterwards. `command` is the translator, the
+    /// usual one if empty.
     SentModel(std::string const & path, std::function<void()> const & fill,
               std::map<std::string, std::string> const & options = {},
               std::string const & command = {});

@@ -77,7 +77,7 @@ bool isFinite(Triangle const & triangle)
 ModelFacets::ModelFacets(transl_tk::SubPool & model, std::string fallbackName,
                          translator_kit::Run & run, Coverage & coverage)
     : m_Model(model), m_FallbackName(std::move(fallbackName)), m_Run(run), m_Coverage(coverage),
-      m_Shapes(model, coverage), m_Settings(run.options())
+      m_Shapes(model, m_Exact), m_Settings(run.options())
 {}
 
 std::vector<Facets> ModelFacets::gather()
@@ -92,6 +92,8 @@ std::vector<Facets> ModelFacets::gather()
             add(*top, gp_GTrsf());
     }
     addLoose();
+    for (std::string const & fault : m_Shapes.faults())
+        m_Coverage.lost(HtmlLoggerEntry::Facet, "", fault);
     return std::move(m_Facets);
 }
 

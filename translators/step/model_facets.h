@@ -59,6 +59,7 @@ private:
     std::string m_FallbackName;
     translator_kit::Run & m_Run;
     Coverage & m_Coverage;
+    Coverage m_Exact; ///< counts what was made to be meshed, which goes no further
     ShapeBuilder m_Shapes;
     FacetSettings m_Settings;
     std::map<transl_tk::Part *, std::vector<Corners>> m_Parts;
