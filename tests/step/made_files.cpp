@@ -124,6 +124,16 @@ TopoDS_Shape insideOutBox()
     return BRepPrimAPI_MakeBox(10, 20, 30).Shape().Reversed();
 }
 
+TopoDS_Shape twoSolids()
+{
+    TopoDS_Compound compound;
+    BRep_Builder builder;
+    builder.MakeCompound(compound);
+    builder.Add(compound, BRepPrimAPI_MakeBox(10, 20, 30).Shape());
+    builder.Add(compound, BRepPrimAPI_MakeBox(gp_Pnt(20, 0, 0), 5, 6, 7).Shape());
+    return compound;
+}
+
 TopoDS_Shape edgeAndPoint()
 {
     TopoDS_Compound compound;

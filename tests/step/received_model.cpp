@@ -137,6 +137,14 @@ std::string wordsOf(IValue & value)
 
 } // namespace
 
+std::string wordsOf(transl_tk::Attribute const & attribute)
+{
+    std::string words = attribute.getName();
+    for (int i = 0; i < attribute.getNumValues(); ++i)
+        words += " " + wordsOf(*attribute.getValue(i));
+    return words;
+}
+
 ReceivedModel::ReceivedModel(std::string const & path,
                              std::map<std::string, double> const & options)
 {
@@ -209,10 +217,7 @@ std::multiset<std::string> ReceivedModel::attributes(int number) const
     for (auto * const attribute : model().m_Attributes) {
         if (attribute->getType() != number)
             continue;
-        std::string words = attribute->getName();
-        for (int i = 0; i < attribute->getNumValues(); ++i)
-            words += " " + wordsOf(*attribute->getValue(i));
-        result.insert(words);
+        result.insert(wordsOf(*attribute));
     }
     return result;
 }

@@ -1,24 +1,21 @@
 #include "model_document.h"
 
 #include "attribute_book.h"
+#include "changed_shape.h"
 #include "document.h"
 #include "listed.h"
 #include "loose_entities.h"
+#include "part_entities.h"
 #include "placing.h"
+#include "unwritten.h"
 
 #include <keld-transl/model/sub_pool.h>
 #include <keld-transl/product/assembly.h>
 #include <keld-transl/product/instance.h>
 #include <keld-transl/product/part.h>
 #include <keld-transl/topology/body.h>
-#include <keld-transl/topology/edge.h>
-#include <keld-transl/topology/face.h>
-#include <keld-transl/topology/shell.h>
-#include <keld-transl/topology/tri_strip.h>
 #include <keld-translator-kit/translator.h>
 
-#include <BRepBuilderAPI_GTransform.hxx>
-#include <BRepBuilderAPI_Transform.hxx>
 #include <BRep_Builder.hxx>
 #include <TDataStd_Name.hxx>
 #include <TopLoc_Location.hxx>
@@ -27,7 +24,6 @@
 #include <XCAFDoc_DocumentTool.hxx>
 #include <XCAFDoc_ShapeTool.hxx>
 #include <cmath>
-#include <gp_GTrsf.hxx>
 
 namespace step {
 
@@ -60,94 +56,12 @@ gp_Mat identity()
     return result;
 }
 
-bool isMultipleOfIdentity(gp_Mat const & map)
-{
-    gp_Mat const difference = map - identity().Multiplied(map(1, 1));
-    for (int row = 1; row <= 3; ++row) {
-        for (int column = 1; column <= 3; ++column) {
-            if (difference(row, column) != 0)
-                return false;
-        }
-    }
-    return true;
-}
-
-/// What is said of a product that is a copy, changed by `map`.
-std::string wordsOf(gp_Mat const & map)
-{
-    if (!isMultipleOfIdentity(map))
-        return "distorted";
-    return map(1, 1) == -1 ? "mirrored" : map(1, 1) < 0 ? "mirrored and scaled" : "scaled";
-}
-
 std::array<long long, 9> roundedOf(gp_Mat const & map)
 {
     std::array<long long, 9> result{};
     for (int i = 0; i < 9; ++i)
         result[static_cast<std::size_t>(i)] = std::llround(1e9 * map(i / 3 + 1, i % 3 + 1));
     return result;
-}
-
-/// Changes shapes about the origin.
-class Change
-{
-public:
-    Change(TopoDS_Shape const & shape, gp_Mat const & map) : m_Uniform(gp_Trsf()), m_Any(gp_GTrsf())
-    {
-        m_IsUniform = isMultipleOfIdentity(map);
-        if (m_IsUniform) {
-            gp_Trsf scale;
-            scale.SetScale({0, 0, 0}, map(1, 1));
-            m_Uniform = BRepBuilderAPI_Transform(scale);
-            m_Uniform.Perform(shape, true);
-        } else {
-            m_Any = BRepBuilderAPI_GTransform(gp_GTrsf(map, {0, 0, 0}));
-            m_Any.Perform(shape, true);
-        }
-    }
-
-    TopoDS_Shape shape() { return maker().Shape(); }
-    TopoDS_Shape of(TopoDS_Shape const & shape) { return maker().ModifiedShape(shape); }
-
-private:
-    BRepBuilderAPI_ModifyShape & maker()
-    {
-        if (m_IsUniform)
-            return m_Uniform;
-        return m_Any;
-    }
-
-    bool m_IsUniform;
-    BRepBuilderAPI_Transform m_Uniform;
-    BRepBuilderAPI_GTransform m_Any;
-};
-
-/// The entities of a part that may have facts or names of their own.
-std::vector<Base *> entitiesOf(Part & part)
-{
-    std::vector<Base *> result;
-    auto const add = [&](auto const & list) {
-        result.insert(result.end(), list.begin(), list.end());
-    };
-    add(listed(part, &Part::forEachEdge));
-    auto const bodies = listed(part, &Part::forEachBody);
-    add(bodies);
-    for (auto * const body : bodies) {
-        for (auto * const shell : listed(*body, &transl_tk::Body::forEachShell))
-            add(listed(*shell, &transl_tk::Shell::forEachFace));
-    }
-    return result;
-}
-
-std::string nameOf(Base & entity, Part & part)
-{
-    if (entity.getEntityKind() == transl_tk::EntityKindFace)
-        return static_cast<transl_tk::Face &>(entity).getLabel();
-    if (entity.getEntityKind() != transl_tk::EntityKindBody)
-        return {};
-    // A body without a name of its own is called like its part.
-    std::string const name = static_cast<transl_tk::Body &>(entity).getName();
-    return name == part.getName() ? std::string() : name;
 }
 
 /// The label of `shape`, which stands in the shape of `product` or is all of it.
@@ -165,10 +79,10 @@ bool isPlaced(Component & component)
 
 } // namespace
 
-ModelDocument::ModelDocument(transl_tk::SubPool & model, std::string fallbackName,
+ModelDocument::ModelDocument(transl_tk::SubPool & model, std::string fallbackName, double unit,
                              Coverage & coverage)
     : m_Model(model), m_FallbackName(std::move(fallbackName)), m_Coverage(coverage),
-      m_Shapes(model, coverage), m_Facts(model), m_Content(newDocument())
+      m_Shapes(model, coverage), m_Facts(model, unit), m_Content(newDocument())
 {}
 
 void ModelDocument::build(translator_kit::Run & run)
@@ -187,7 +101,7 @@ void ModelDocument::build(translator_kit::Run & run)
     // Places have shapes from here on.
     for (auto const & [node, label] : m_Places)
         m_Facts.put(*node, label, m_Coverage);
-    countLost(loose);
+    countUnwritten(m_Model, loose, m_Reached, m_Coverage);
     m_Facts.countLost(m_Coverage);
     run.progress(BuildEnd);
 }
@@ -196,8 +110,6 @@ void ModelDocument::addTop(Hierarchy & node)
 {
     if (node.getHierarchyType() != Hierarchy::Instance) {
         auto & component = static_cast<Component &>(node);
-        if (m_Top == nullptr)
-            m_Top = &component;
         auto const placing = placingOf(node, identity());
         if (placing && isIdentity(*placing)) {
             definitionOf(component, identity());
@@ -265,9 +177,9 @@ void ModelDocument::fillPart(Part & part, gp_Mat const & rest, TDF_Label const &
     if (isIdentity(rest) || !TopoDS_Iterator(shape).More()) {
         toolOf(m_Content)->SetShape(label, shape);
     } else {
-        Change change(shape, rest);
-        toolOf(m_Content)->SetShape(label, change.shape());
-        for (Base * const entity : entitiesOf(part)) {
+        ChangedShape change(shape, rest);
+        toolOf(m_Content)->SetShape(label, change.whole());
+        for (Base * const entity : entitiesOf(part, m_Facts.hasFactsOfEdges())) {
             TopoDS_Shape const made = m_Shapes.madeFrom(*entity);
             if (!made.IsNull())
                 changed[entity] = change.of(made);
@@ -279,7 +191,7 @@ void ModelDocument::fillPart(Part & part, gp_Mat const & rest, TDF_Label const &
 void ModelDocument::addSubShapes(Part & part, TDF_Label const & label,
                                  std::map<Base const *, TopoDS_Shape> const & changed)
 {
-    for (Base * const entity : entitiesOf(part)) {
+    for (Base * const entity : entitiesOf(part, m_Facts.hasFactsOfEdges())) {
         auto const other = changed.find(entity);
         TopoDS_Shape const shape =
             other == changed.end() ? m_Shapes.madeFrom(*entity) : other->second;
@@ -383,36 +295,6 @@ OutgoingProduct ModelDocument::productOf(Component & component) const
     result.description =
         m_Facts.text(component, transl_tk::Attribute::Product, "product description");
     return result;
-}
-
-void ModelDocument::countLost(LooseEntities const & loose)
-{
-    auto const lose = [&](auto const & store, Kind kind, std::string const & reason) {
-        store.m_Entities.forEach(
-            [&](int id, Base *) { m_Coverage.lost(kind, std::to_string(id), reason); });
-    };
-    lose(m_Model.m_Annotations, HtmlLoggerEntry::PMIs, "dimensions and notes are not written");
-    lose(m_Model.m_SpotWelds, HtmlLoggerEntry::Welds, "spot welds have no place in STEP");
-    lose(m_Model.m_CartesianCoords, HtmlLoggerEntry::CoordinateSystem,
-         "coordinate systems are not written");
-    m_Model.m_Hierarchies.m_Entities.forEach([&](int id, Base * entity) {
-        auto * const node = static_cast<Hierarchy *>(entity);
-        if (node->getHierarchyType() == Hierarchy::Instance ||
-            m_Reached.contains(static_cast<Component *>(node)))
-            return;
-        m_Coverage.lost(node->getHierarchyType() == Hierarchy::Part ? HtmlLoggerEntry::Part
-                                                                    : HtmlLoggerEntry::Assembly,
-                        std::to_string(id), "it stands nowhere");
-    });
-    for (auto * const strip : loose.strips)
-        m_Coverage.lost(HtmlLoggerEntry::Facet, std::to_string(strip->getId()),
-                        "facets are written to STL alone");
-    m_Model.m_Bodies.m_Entities.forEach([&](int id, Base * entity) {
-        auto & body = static_cast<transl_tk::Body &>(*entity);
-        if (listed(body, &transl_tk::Body::forEachShell).empty())
-            m_Coverage.lost(HtmlLoggerEntry::Body, std::to_string(id),
-                            "it has no exact shape; facets are written to STL alone");
-    });
 }
 
 } // namespace step

@@ -48,7 +48,9 @@ class ModelDocument
 {
 public:
     /// `fallbackName` is for what belongs to no product, and for products without a name.
-    ModelDocument(transl_tk::SubPool & model, std::string fallbackName, Coverage & coverage);
+    /// `unit` is the file's unit of length, in millimetres.
+    ModelDocument(transl_tk::SubPool & model, std::string fallbackName, double unit,
+                  Coverage & coverage);
 
     /// Fills the document. Progress of the run ends at 40 percent.
     void build(translator_kit::Run & run);
@@ -59,9 +61,6 @@ public:
 
     /// Solids, shells and faces that have names.
     std::vector<std::pair<TopoDS_Shape, std::string>> const & names() const { return m_Names; }
-
-    /// The first component on top of the model, or null.
-    transl_tk::Component * top() const { return m_Top; }
 
 private:
     using Key = std::pair<transl_tk::Component *, std::array<long long, 9>>;
@@ -76,7 +75,6 @@ private:
     void addLoose(LooseEntities const & loose);
     TDF_Label addProduct(TDF_Label const & label, OutgoingProduct product);
     OutgoingProduct productOf(transl_tk::Component & component) const;
-    void countLost(LooseEntities const & loose);
 
     transl_tk::SubPool & m_Model;
     std::string m_FallbackName;
@@ -92,7 +90,6 @@ private:
     std::vector<std::pair<transl_tk::Hierarchy *, TDF_Label>> m_Places;
     std::vector<OutgoingProduct> m_Products;
     std::vector<std::pair<TopoDS_Shape, std::string>> m_Names;
-    transl_tk::Component * m_Top = nullptr;
 };
 
 } // namespace step

@@ -4,6 +4,7 @@
 
 #include <keld-transl/attributes/attribute.h>
 #include <keld-transl/attributes/value.h>
+#include <keld-transl/model/base.h>
 #include <keld-transl/model/sub_pool.h>
 
 #include <Quantity_ColorRGBA.hxx>
@@ -16,6 +17,7 @@
 #include <XCAFDoc_LayerTool.hxx>
 #include <XCAFDoc_MaterialTool.hxx>
 #include <XCAFDoc_Volume.hxx>
+#include <algorithm>
 #include <gp_Pnt.hxx>
 #include <optional>
 #include <set>
@@ -56,6 +58,13 @@ std::vector<double> numbersOf(Attribute const & attribute)
         value->getValue(result.emplace_back());
     }
     return result;
+}
+
+bool isFact(Attribute const & attribute)
+{
+    int const type = attribute.getType();
+    return type == ColourAttribute || type == LayerAttribute || type == MaterialAttribute ||
+           type == ValidationAttribute;
 }
 
 bool hasColour(Attribute const & attribute)
@@ -111,25 +120,10 @@ void putMaterial(Material const & material, TDF_Label const & label)
         ascii("density measure"), ascii("POSITIVE_RATIO_MEASURE"));
 }
 
-bool putProperty(Attribute const & attribute, TDF_Label const & label)
-{
-    std::string const name = attribute.getName();
-    auto const numbers = numbersOf(attribute);
-    if (name == "area" && numbers.size() == 1)
-        XCAFDoc_Area::Set(label, numbers[0]);
-    else if (name == "volume" && numbers.size() == 1)
-        XCAFDoc_Volume::Set(label, numbers[0]);
-    else if (name == "centroid" && numbers.size() == 3)
-        XCAFDoc_Centroid::Set(label, {numbers[0], numbers[1], numbers[2]});
-    else
-        return false;
-    return true;
-}
-
 } // namespace
 
-ModelFacts::ModelFacts(transl_tk::SubPool & model)
-    : m_All(model.m_Attributes.begin(), model.m_Attributes.end())
+ModelFacts::ModelFacts(transl_tk::SubPool & model, double unit)
+    : m_Unit(unit), m_All(model.m_Attributes.begin(), model.m_Attributes.end())
 {
     for (Attribute * const attribute : m_All) {
         std::pair<ModelFacts *, Attribute *> context(this, attribute);
@@ -137,6 +131,8 @@ ModelFacts::ModelFacts(transl_tk::SubPool & model)
             [](transl_tk::Base * entity, void * user) {
                 auto & [facts, hung] = *static_cast<std::pair<ModelFacts *, Attribute *> *>(user);
                 facts->m_ByEntity[entity].push_back(hung);
+                if (isFact(*hung) && entity->getEntityKind() == transl_tk::EntityKindEdge)
+                    facts->m_HasFactsOfEdges = true;
                 return true;
             },
             &context);
@@ -145,26 +141,43 @@ ModelFacts::ModelFacts(transl_tk::SubPool & model)
 
 bool ModelFacts::hasFacts(transl_tk::Base const & entity) const
 {
-    for (Attribute const * const attribute : of(entity)) {
-        int const type = attribute->getType();
-        if (type == ColourAttribute || type == LayerAttribute || type == MaterialAttribute ||
-            type == ValidationAttribute)
-            return true;
-    }
-    return false;
+    Attributes const & all = of(entity);
+    return std::any_of(all.begin(), all.end(),
+                       [](Attribute const * attribute) { return isFact(*attribute); });
 }
 
-void ModelFacts::put(transl_tk::Base const & entity, TDF_Label const & label,
-                     Coverage & coverage) const
+/// The kernel writes the numbers as they are, whatever the unit of the file.
+bool ModelFacts::putProperty(Attribute const & attribute, TDF_Label const & label) const
 {
+    std::string const name = attribute.getName();
+    auto const numbers = numbersOf(attribute);
+    if (name == "area" && numbers.size() == 1)
+        XCAFDoc_Area::Set(label, numbers[0] / (m_Unit * m_Unit));
+    else if (name == "volume" && numbers.size() == 1)
+        XCAFDoc_Volume::Set(label, numbers[0] / (m_Unit * m_Unit * m_Unit));
+    else if (name == "centroid" && numbers.size() == 3)
+        XCAFDoc_Centroid::Set(label,
+                              {numbers[0] / m_Unit, numbers[1] / m_Unit, numbers[2] / m_Unit});
+    else
+        return false;
+    return true;
+}
+
+void ModelFacts::put(transl_tk::Base const & entity, TDF_Label const & label, Coverage & coverage)
+{
+    m_Put.insert(&entity);
     std::optional<Material> material;
     for (Attribute * const attribute : of(entity)) {
         switch (static_cast<int>(attribute->getType())) {
         case ColourAttribute:
             if (hasColour(*attribute)) {
-                XCAFDoc_DocumentTool::ColorTool(label)->SetColor(
-                    label, colourOf(*attribute), colourTypeOf(attribute->getName()));
-                coverage.exact(HtmlLoggerEntry::Attributes);
+                XCAFDoc_ColorType const type = colourTypeOf(attribute->getName());
+                XCAFDoc_DocumentTool::ColorTool(label)->SetColor(label, colourOf(*attribute), type);
+                if (type == XCAFDoc_ColorGen)
+                    coverage.changed(HtmlLoggerEntry::Attributes,
+                                     "colour as one of surfaces and one of curves");
+                else
+                    coverage.exact(HtmlLoggerEntry::Attributes);
             }
             break;
         case LayerAttribute:
@@ -219,7 +232,9 @@ void ModelFacts::countLost(Coverage & coverage) const
         DimensionAttribute,    GeometricToleranceAttribute, DatumAttribute,
         Attribute::Dictionary,
     };
-    for (Attribute const * const attribute : m_All) {
+    for (Attribute * const attribute : m_All) {
+        if (isFact(*attribute))
+            countMissed(*attribute, coverage);
         std::string const name = attribute->getName();
         int const type = attribute->getType();
         if (type == ToleranceAttribute)
@@ -230,6 +245,21 @@ void ModelFacts::countLost(Coverage & coverage) const
                           "attributes of the type " + std::to_string(type) +
                               " have no place in STEP");
     }
+}
+
+void ModelFacts::countMissed(Attribute & attribute, Coverage & coverage) const
+{
+    std::pair<ModelFacts const *, long long> context(this, 0);
+    attribute.forEachEntity(
+        [](transl_tk::Base * entity, void * user) {
+            auto & [facts, missed] = *static_cast<std::pair<ModelFacts const *, long long> *>(user);
+            missed += facts->m_Put.contains(entity) ? 0 : 1;
+            return true;
+        },
+        &context);
+    for (long long i = 0; i < context.second; ++i)
+        coverage.lost(HtmlLoggerEntry::Attributes, '"' + std::string(attribute.getName()) + '"',
+                      "it hangs on what STEP has no place for it at");
 }
 
 ModelFacts::Attributes const & ModelFacts::of(transl_tk::Base const & entity) const

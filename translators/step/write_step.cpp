@@ -1,5 +1,6 @@
 #include "document.h"
 #include "file_buffer.h"
+#include "file_unit.h"
 #include "inventory.h"
 #include "model_document.h"
 #include "sign_of_life.h"
@@ -7,7 +8,6 @@
 #include "transfer_progress.h"
 #include "write_file.h"
 
-#include <keld-transl/product/component.h>
 #include <keld-translator-kit/options.h>
 #include <keld-translator-kit/translator.h>
 
@@ -34,7 +34,6 @@ namespace step {
 
 namespace {
 
-using transl_tk::Units;
 using translator_kit::Failure;
 using translator_kit::OutputFile;
 using translator_kit::Reason;
@@ -54,25 +53,6 @@ char const * schemaOf(Run const & run)
         return "AP214IS";
     throw Failure(Reason::ExportFailed,
                   "There is no schema \"" + asked + "\": the values are ap242 and ap214.");
-}
-
-/// The kernel's word for the unit of a model.
-std::string unitOf(transl_tk::Component * top, Run & run)
-{
-    static std::map<int, char const *> const Words = {
-        {Units::Millimetre, "MM"}, {Units::Metre, "M"},       {Units::Inch, "INCH"},
-        {Units::Foot, "FT"},       {Units::Mile, "MI"},       {Units::Kilometre, "KM"},
-        {Units::Micrometre, "UM"}, {Units::Centimetre, "CM"}, {Units::Micron, "UM"},
-    };
-    if (top == nullptr)
-        return "MM";
-    int const type = top->getUnits()->getLengthType();
-    auto const found = Words.find(type);
-    if (found != Words.end())
-        return found->second;
-    run.message("The model's unit (number " + std::to_string(type) +
-                ") cannot be written: the file is in millimetres.");
-    return "MM";
 }
 
 Handle(TCollection_HAsciiString) ascii(std::string const & text)
@@ -194,14 +174,16 @@ void writeStep(std::string const & path, Run & run)
         OutputFile const early(path);
     } // before any work
     Coverage coverage;
-    ModelDocument document(run.model(), std::filesystem::path(path).stem(), coverage);
+    FileUnit const unit = fileUnitOf(run);
+    ModelDocument document(run.model(), std::filesystem::path(path).stem(), unit.millimetres,
+                           coverage);
     document.build(run);
     if (document.products().empty()) {
         coverage.report(run, "in the model");
         throw Failure(Reason::EmptyModel,
                       "The model holds nothing that STEP can take; " + path + " is not written.");
     }
-    Interface_Static::SetCVal("write.step.unit", unitOf(document.top(), run).c_str());
+    Interface_Static::SetCVal("write.step.unit", unit.word);
     std::vector<std::string> faults;
     for (Way const & way : Ways) {
         Interface_Static::SetIVal("write.precision.mode", way.precision);
