@@ -2,10 +2,12 @@
 
 #include "label_facts.h"
 
+#include <BRepAdaptor_Curve.hxx>
 #include <BRepBndLib.hxx>
 #include <BRepGProp.hxx>
 #include <BRep_Tool.hxx>
 #include <GProp_GProps.hxx>
+#include <Precision.hxx>
 #include <Quantity_ColorRGBA.hxx>
 #include <TColStd_HSequenceOfExtendedString.hxx>
 #include <TCollection_AsciiString.hxx>
@@ -16,6 +18,7 @@
 #include <TopTools_IndexedMapOfShape.hxx>
 #include <TopoDS.hxx>
 #include <TopoDS_Edge.hxx>
+#include <TopoDS_Vertex.hxx>
 #include <XCAFDoc_ColorTool.hxx>
 #include <XCAFDoc_DocumentTool.hxx>
 #include <XCAFDoc_LayerTool.hxx>
@@ -51,6 +54,31 @@ long long countOfPoints(TopoDS_Shape const & shape)
     for (TopExp_Explorer point(shape, TopAbs_VERTEX, TopAbs_EDGE); point.More(); point.Next())
         ++count;
     return count;
+}
+
+/// Extends a box by points of all edges, and by all vertices. The box of the surfaces takes as long
+/// as reading a file.
+void addEdges(TopoDS_Shape const & shape, Bnd_Box & box)
+{
+    constexpr int Steps = 16;
+    TopTools_IndexedMapOfShape found;
+    TopExp::MapShapes(shape, TopAbs_EDGE, found);
+    for (auto edge = found.cbegin(); edge != found.cend(); ++edge) {
+        if (!BRep_Tool::IsGeometric(TopoDS::Edge(*edge)) ||
+            BRep_Tool::Degenerated(TopoDS::Edge(*edge)))
+            continue;
+        BRepAdaptor_Curve const curve(TopoDS::Edge(*edge));
+        double const first = curve.FirstParameter();
+        double const last = curve.LastParameter();
+        if (Precision::IsInfinite(first) || Precision::IsInfinite(last))
+            continue;
+        for (int i = 0; i <= Steps; ++i)
+            box.Add(curve.Value(first + (last - first) * i / Steps));
+    }
+    found.Clear();
+    TopExp::MapShapes(shape, TopAbs_VERTEX, found);
+    for (auto vertex = found.cbegin(); vertex != found.cend(); ++vertex)
+        box.Add(BRep_Tool::Pnt(TopoDS::Vertex(*vertex)));
 }
 
 PartInventory partInventory(TDF_Label const & label)
@@ -188,7 +216,10 @@ Measures measuresOf(TopoDS_Shape const & shape, bool exact)
             BRepGProp::VolumeProperties(solid.Current(), volume);
         result.volume += volume.Mass();
     }
-    BRepBndLib::AddOptimal(shape, result.box, false, false);
+    if (exact)
+        BRepBndLib::AddOptimal(shape, result.box, false, false);
+    else
+        addEdges(shape, result.box);
     return result;
 }
 

@@ -35,8 +35,8 @@ struct PartInventory
     Measures measures;
 };
 
-/// The sizes of a shape. Exact ones take longer; of the others, the errors depend on the form of
-/// the shape.
+/// The sizes of a shape. Exact ones take longer. Of the others, the errors depend on the form of
+/// the shape, and the box is that of its edges.
 Measures measuresOf(TopoDS_Shape const & shape, bool exact);
 
 /// What a document holds, so that two documents can be compared.
