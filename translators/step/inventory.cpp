@@ -188,9 +188,9 @@ void gatherPlaces(TDF_Label const & product, Inventory & inventory)
         std::string const of = "of an instance of \"" + nameOf(referred) + '"';
         std::set<std::string> facts;
         for (std::string const & colour : coloursOf(place))
-            facts.insert("colour " + colour + of);
+            facts.insert(std::string("colour ").append(colour).append(of));
         for (std::string const & layer : layersOf(place))
-            facts.insert("layer \"" + layer + "\" " + of);
+            facts.insert(std::string("layer \"").append(layer).append("\" ").append(of));
         inventory.instanceFacts.insert(facts.begin(), facts.end());
     }
 }
