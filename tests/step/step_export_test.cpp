@@ -1,26 +1,16 @@
 // Models that a STEP file cannot take as they are, models that the tests build themselves, and
 // targets that cannot be written.
-#include "step/kernel_reading.h"
-#include "step/made_files.h"
-#include "step/received_model.h"
-#include "step/sent_model.h"
-#include "support/leftovers.h"
+#include "step/export_fixture.h"
 
 #include <keld-transl/attributes/annotation.h>
 #include <keld-transl/attributes/attribute.h>
 #include <keld-transl/geom/line.h>
 #include <keld-transl/geom/line_strip.h>
 #include <keld-transl/model/point3d.h>
-#include <keld-transl/model/pool.h>
-#include <keld-transl/product/assembly.h>
-#include <keld-transl/product/instance.h>
-#include <keld-transl/product/part.h>
 #include <keld-transl/topology/body.h>
 #include <keld-transl/topology/curve3d.h>
 #include <keld-transl/topology/tri_strip.h>
 
-#include <array>
-#include <cmath>
 #include <filesystem>
 #include <fstream>
 #include <gmock/gmock.h>
@@ -29,161 +19,24 @@
 namespace {
 
 using testing::AllOf;
-using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
-using testing::Not;
 using testing::UnorderedElementsAre;
-using tests::KernelReading;
+using tests::addInstance;
+using tests::Completed;
+using tests::EmptyModel;
+using tests::ExportFailed;
+using tests::Identity;
 using tests::ReceivedModel;
 using tests::SentModel;
+using tests::UnsupportedFileType;
 using transl_tk::Assembly;
 using transl_tk::Instance;
 using transl_tk::Part;
 
-constexpr unsigned ExportFailed = 1;
-constexpr unsigned UnsupportedFileType = 2;
-constexpr unsigned EmptyModel = 3;
-constexpr unsigned Completed = 8;
-
-using Matrix = std::array<double, 16>;
-constexpr Matrix MirrorInX = {-1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 100, 0, 0, 1};
-constexpr Matrix TwiceAsLarge = {2, 0, 0, 0, 0, 2, 0, 0, 0, 0, 2, 0, 100, 0, 0, 1};
-constexpr Matrix TwiceAsLong = {2, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 100, 0, 0, 1};
-constexpr Matrix Flat = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 0, 0, 0, 0, 0, 1};
-
-class StepExport : public testing::Test
-{
-protected:
-    std::string target(std::string const & name = "out.step") const { return m_Files / name; }
-
-    SentModel send(std::function<void()> const & fill,
-                   std::map<std::string, std::string> const & options = {}) const
-    {
-        return SentModel(target(), fill, options);
-    }
-
-    /// Imports `shape`, puts what `build` makes of its part on top, and exports that.
-    SentModel sendWith(TopoDS_Shape const & shape, std::function<void(Part &)> const & build) const
-    {
-        std::string const from = m_Files / "shape.brep";
-        tests::writeBrep(shape, from);
-        ReceivedModel const received(from);
-        return send([&] {
-            transl_tk::Pool::getInstance()->setCurrent(from);
-            auto & hierarchies = received.model().m_Hierarchies.m_Entities;
-            build(static_cast<Part &>(*hierarchies.begin()->second));
-        });
-    }
-
-    tests::LeftoverGuard m_Guard;
-    tests::TemporaryDirectory m_Files;
-};
-
-void addInstance(Assembly & assembly, transl_tk::Component & component, Matrix const & matrix)
-{
-    Instance * const instance = Instance::create(0, &component);
-    instance->setTransform(matrix.data());
-    assembly.addChild(instance);
-}
-
-constexpr Matrix Identity = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
-
-TEST_F(StepExport, AMirroredPlaceIsAMirroredProductOfItsOwn)
-{
-    TopoDS_Shape const shape = tests::coneWithHyperbola();
-    SentModel const sent = sendWith(shape, [](Part & part) {
-        Assembly * const both = Assembly::create(0, "both");
-        addInstance(*both, part, Identity);
-        addInstance(*both, part, MirrorInX);
-    });
-    ASSERT_EQ(Completed, sent.status()) << sent.log();
-    EXPECT_THAT(sent.log(),
-                HasSubstr("The product \"shape\" also stands mirrored, which no place can say: it "
-                          "is written a second time, as \"shape (mirrored)\"."));
-    EXPECT_THAT(sent.log(), HasSubstr("Part: 1 mirrored copy as a product of its own"));
-
-    KernelReading const written = tests::readByKernel(target());
-    EXPECT_THAT(written.productNames, UnorderedElementsAre("both", "shape", "shape (mirrored)"));
-    tests::Measures const one = tests::measuresOf(shape);
-    EXPECT_NEAR(2 * one.volume, written.measures.volume, 2e-6 * one.volume);
-    // What stands at x goes to 100 - x.
-    EXPECT_NEAR(50, written.measures.centre.X(), 1e-4);
-    EXPECT_NEAR(one.centre.Y(), written.measures.centre.Y(), 1e-4);
-    EXPECT_NEAR(one.centre.Z(), written.measures.centre.Z(), 1e-4);
-}
-
-TEST_F(StepExport, WhatIsMirroredTwiceIsNotMirrored)
-{
-    SentModel const sent = sendWith(tests::seamedCylinder(), [](Part & part) {
-        Assembly * const inner = Assembly::create(0, "inner");
-        addInstance(*inner, part, MirrorInX);
-        Assembly * const outer = Assembly::create(0, "outer");
-        addInstance(*outer, *inner, MirrorInX);
-    });
-    ASSERT_EQ(Completed, sent.status()) << sent.log();
-    KernelReading const written = tests::readByKernel(target());
-    EXPECT_THAT(written.productNames, UnorderedElementsAre("outer", "inner (mirrored)", "shape"));
-    EXPECT_NEAR(0, written.measures.centre.X(), 1e-6);
-}
-
-TEST_F(StepExport, AScaledPlaceIsAScaledProductOfItsOwn)
-{
-    TopoDS_Shape const shape = tests::torus();
-    SentModel const sent = sendWith(
-        shape, [](Part & part) { addInstance(*Assembly::create(0, "top"), part, TwiceAsLarge); });
-    ASSERT_EQ(Completed, sent.status()) << sent.log();
-    double const volume = tests::measuresOf(shape).volume;
-    KernelReading const written = tests::readByKernel(target());
-    EXPECT_NEAR(8 * volume, written.measures.volume, 8e-6 * volume);
-    EXPECT_THAT(written.productNames, UnorderedElementsAre("top", "shape (scaled)"));
-}
-
-TEST_F(StepExport, ADistortedPlaceIsADistortedProductOfItsOwn)
-{
-    SentModel const sent = sendWith(tests::boxWithVoid(), [](Part & part) {
-        addInstance(*Assembly::create(0, "top"), part, TwiceAsLong);
-    });
-    ASSERT_EQ(Completed, sent.status()) << sent.log();
-    KernelReading const written = tests::readByKernel(target());
-    EXPECT_NEAR(2 * (6000 - 64), written.measures.volume, 1e-2);
-    EXPECT_THAT(written.productNames, UnorderedElementsAre("top", "shape (distorted)"));
-}
-
-TEST_F(StepExport, APlaceThatFlattensIsLost)
-{
-    SentModel const sent = sendWith(tests::torus(), [](Part & part) {
-        Assembly * const top = Assembly::create(0, "top");
-        addInstance(*top, part, Flat);
-        addInstance(*top, part, Identity);
-    });
-    ASSERT_EQ(Completed, sent.status()) << sent.log();
-    EXPECT_THAT(sent.log(), HasSubstr("its transform flattens its component, or is not finite"));
-    EXPECT_THAT(sent.log(), HasSubstr("1 entities were lost."));
-}
-
-TEST_F(StepExport, AnAssemblyWithinItselfIsLost)
-{
-    SentModel const sent = sendWith(tests::torus(), [](Part & part) {
-        Assembly * const inner = Assembly::create(0, "inner");
-        addInstance(*inner, part, Identity);
-        addInstance(*inner, *inner, TwiceAsLarge);
-        addInstance(*Assembly::create(0, "top"), *inner, Identity);
-    });
-    ASSERT_EQ(Completed, sent.status()) << sent.log();
-    EXPECT_THAT(sent.log(), HasSubstr("it places an assembly within itself"));
-}
-
-TEST_F(StepExport, PlacesOnTopAndPartsInAssembliesAreKept)
-{
-    SentModel const sent = sendWith(tests::boxWithVoid(), [](Part & part) {
-        part.setTransform(Matrix{1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 7, 0, 0, 1}.data());
-    });
-    ASSERT_EQ(Completed, sent.status()) << sent.log();
-    tests::Measures const one = tests::measuresOf(tests::boxWithVoid());
-    EXPECT_NEAR(one.centre.X() + 7, tests::readByKernel(target()).measures.centre.X(), 1e-6);
-}
+class StepExport : public tests::ExportFixture
+{};
 
 TEST_F(StepExport, NamesOfAllScriptsComeBack)
 {
