@@ -1,6 +1,7 @@
 #include "step/made_files.h"
 
 #include <BRepAlgoAPI_Common.hxx>
+#include <BRepAlgoAPI_Cut.hxx>
 #include <BRepBuilderAPI_MakeEdge.hxx>
 #include <BRepBuilderAPI_MakeFace.hxx>
 #include <BRepBuilderAPI_MakeWire.hxx>
@@ -109,6 +110,28 @@ TopoDS_Shape ellipticPrism()
     TopoDS_Edge const edge = BRepBuilderAPI_MakeEdge(ellipse).Edge();
     TopoDS_Face const face = BRepBuilderAPI_MakeFace(BRepBuilderAPI_MakeWire(edge).Wire()).Face();
     return BRepPrimAPI_MakePrism(face, gp_Vec(0, 0, 4)).Shape();
+}
+
+TopoDS_Shape boxWithVoid()
+{
+    return BRepAlgoAPI_Cut(BRepPrimAPI_MakeBox(10, 20, 30).Shape(),
+                           BRepPrimAPI_MakeBox(gp_Pnt(3, 3, 3), 4, 4, 4).Shape())
+        .Shape();
+}
+
+TopoDS_Shape insideOutBox()
+{
+    return BRepPrimAPI_MakeBox(10, 20, 30).Shape().Reversed();
+}
+
+TopoDS_Shape twoSolids()
+{
+    TopoDS_Compound compound;
+    BRep_Builder builder;
+    builder.MakeCompound(compound);
+    builder.Add(compound, BRepPrimAPI_MakeBox(10, 20, 30).Shape());
+    builder.Add(compound, BRepPrimAPI_MakeBox(gp_Pnt(20, 0, 0), 5, 6, 7).Shape());
+    return compound;
 }
 
 TopoDS_Shape edgeAndPoint()

@@ -30,6 +30,12 @@ TopoDS_Shape offsetPatch();
 TopoDS_Shape extrudedSpline();
 TopoDS_Shape revolvedSpline();
 TopoDS_Shape ellipticPrism();
+/// A box of 10 by 20 by 30 millimetres around a hollow of 4 by 4 by 4.
+TopoDS_Shape boxWithVoid();
+/// A box of 10 by 20 by 30 millimetres whose faces look inward: a solid of a negative volume.
+TopoDS_Shape insideOutBox();
+/// Two boxes side by side.
+TopoDS_Shape twoSolids();
 /// Neither of them belongs to a face.
 TopoDS_Shape edgeAndPoint();
 TopoDS_Shape mirrored(TopoDS_Shape const & shape);

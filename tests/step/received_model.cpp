@@ -74,7 +74,7 @@ gp_Trsf transformOf(Hierarchy & node)
 class Rebuilding
 {
 public:
-    explicit Rebuilding(transl_tk::SubPool & model) : m_Builder(model) {}
+    explicit Rebuilding(transl_tk::SubPool & model) : m_Builder(model, m_Coverage) {}
 
     TopoDS_Shape shapeOf(Component & component)
     {
@@ -102,6 +102,7 @@ public:
     std::vector<std::string> const & faults() const { return m_Builder.faults(); }
 
 private:
+    step::Coverage m_Coverage;
     step::ShapeBuilder m_Builder;
     std::map<Component *, TopoDS_Shape> m_Shapes;
 };
@@ -141,6 +142,14 @@ std::string wordsOf(IValue & value)
 }
 
 } // namespace
+
+std::string wordsOf(transl_tk::Attribute const & attribute)
+{
+    std::string words = attribute.getName();
+    for (int i = 0; i < attribute.getNumValues(); ++i)
+        words += " " + wordsOf(*attribute.getValue(i));
+    return words;
+}
 
 ReceivedModel::ReceivedModel(std::string const & path,
                              std::map<std::string, double> const & options)
@@ -214,10 +223,7 @@ std::multiset<std::string> ReceivedModel::attributes(int number) const
     for (auto * const attribute : model().m_Attributes) {
         if (attribute->getType() != number)
             continue;
-        std::string words = attribute->getName();
-        for (int i = 0; i < attribute->getNumValues(); ++i)
-            words += " " + wordsOf(*attribute->getValue(i));
-        result.insert(words);
+        result.insert(wordsOf(*attribute));
     }
     return result;
 }

@@ -9,7 +9,14 @@
 #include <string>
 #include <vector>
 
+namespace transl_tk {
+class Attribute;
+}
+
 namespace tests {
+
+/// Name and values of an attribute.
+std::string wordsOf(transl_tk::Attribute const & attribute);
 
 /// A file that came through the whole system: a translator process read it, and this process, the
 /// host, received the model. The model is the current sub-pool until this goes.

@@ -31,8 +31,8 @@ public:
 
     /// Puts the counts and the losses into the log of the run and among the entries of its report.
     /// Of losses of one kind and reason, as many as the option "warning_limit" says have a line of
-    /// their own.
-    void report(translator_kit::Run & run) const;
+    /// their own. `where` says what was counted.
+    void report(translator_kit::Run & run, std::string const & where = "in the file") const;
 
 private:
     struct Loss

@@ -9,6 +9,7 @@
 #include <keld-transl/geom/cylinder.h>
 #include <keld-transl/geom/ellipse.h>
 #include <keld-transl/geom/line.h>
+#include <keld-transl/geom/line_strip.h>
 #include <keld-transl/geom/offset_surface.h>
 #include <keld-transl/geom/plane.h>
 #include <keld-transl/geom/ruled_surface.h>
@@ -16,10 +17,7 @@
 #include <keld-transl/geom/surface_of_linear_extrusion.h>
 #include <keld-transl/geom/surface_of_revolution.h>
 #include <keld-transl/geom/torus.h>
-#include <keld-transl/geom/uv_curve.h>
 
-#include <Geom2d_BSplineCurve.hxx>
-#include <Geom2d_Line.hxx>
 #include <GeomFill.hxx>
 #include <Geom_BSplineCurve.hxx>
 #include <Geom_BSplineSurface.hxx>
@@ -93,6 +91,33 @@ Handle(Geom_Curve) splineFrom(geom::BSplineCurve & spline)
                                  periodic);
 }
 
+/// A spline of degree 1 with a knot at each point, at the distance from the start.
+Handle(Geom_Curve) splineFrom(geom::LineStrip & strip)
+{
+    std::vector<double> const points =
+        fetched(3LL * strip.getNumPoints(), [&](double * values) { strip.getPoints(values); });
+    std::vector<gp_Pnt> corners;
+    std::vector<double> distances;
+    for (std::size_t i = 0; i < points.size(); i += 3) {
+        gp_Pnt const point(points[i], points[i + 1], points[i + 2]);
+        double const step = corners.empty() ? 0 : point.Distance(corners.back());
+        if (!corners.empty() && step < Precision::Confusion())
+            continue;
+        distances.push_back(distances.empty() ? 0 : distances.back() + step);
+        corners.push_back(point);
+    }
+    int const count = static_cast<int>(corners.size());
+    if (count < 2)
+        throw Standard_RangeError("a line strip without length");
+    TColgp_Array1OfPnt const poles(corners.front(), 1, count);
+    TColStd_Array1OfReal const knots(distances.front(), 1, count);
+    TColStd_Array1OfInteger multiplicities(1, count);
+    multiplicities.Init(1);
+    multiplicities.SetValue(1, 2);
+    multiplicities.SetValue(count, 2);
+    return new Geom_BSplineCurve(poles, knots, multiplicities, 1);
+}
+
 Handle(Geom_Surface) splineFrom(geom::BSplineSurface & spline)
 {
     int uDegree = 0;
@@ -140,29 +165,6 @@ Handle(Geom_Curve) profileFrom(geom::Curve * curve)
     return kernelCurve(*curve);
 }
 
-/// A straight stretch through which the parameter runs at the speed 1 is a line.
-Handle(Geom2d_Curve) lineFrom(Geom2d_BSplineCurve const & spline)
-{
-    if (spline.Degree() != 1 || spline.NbPoles() != 2 || spline.IsRational())
-        return nullptr;
-    gp_Vec2d const way(spline.Pole(1), spline.Pole(2));
-    double const first = spline.FirstParameter();
-    double const length = spline.LastParameter() - first;
-    if (way.Magnitude() < Precision::PConfusion() ||
-        std::abs(way.Magnitude() - length) > Precision::PConfusion())
-        return nullptr;
-    gp_Dir2d const direction(way);
-    return new Geom2d_Line(spline.Pole(1).Translated(-first * gp_Vec2d(direction)), direction);
-}
-
-UvStretch stretchOf(Handle(Geom2d_BSplineCurve) const & spline)
-{
-    UvStretch result = {lineFrom(*spline), spline->FirstParameter(), spline->LastParameter()};
-    if (result.curve.IsNull())
-        result.curve = spline;
-    return result;
-}
-
 } // namespace
 
 Handle(Geom_Curve) kernelCurve(geom::Curve & curve)
@@ -186,6 +188,8 @@ Handle(Geom_Curve) kernelCurve(geom::Curve & curve)
     }
     case geom::Curve::BSplineCurve:
         return splineFrom(static_cast<geom::BSplineCurve &>(curve));
+    case geom::Curve::LineStrip:
+        return splineFrom(static_cast<geom::LineStrip &>(curve));
     default:
         throw Standard_NotImplemented("a curve of another kind");
     }
@@ -246,32 +250,6 @@ Handle(Geom_Surface) kernelSurface(geom::Surface & surface)
     default:
         throw Standard_NotImplemented("a surface of another kind");
     }
-}
-
-UvStretch kernelUvCurve(geom::UVCurve & curve)
-{
-    int degree = 0;
-    bool periodic = false;
-    bool closed = false;
-    curve.getSplineForm(degree, periodic, closed);
-    KernelKnots const knots(curve.getNumKnots(), [&](double * values, int * multiplicities) {
-        curve.getKnots(values, multiplicities);
-    });
-    int const count = curve.getNumControlPoints();
-    std::vector<double> const points =
-        fetched(2LL * count, [&](double * values) { curve.getControlPoints(values); });
-    TColgp_Array1OfPnt2d poles(1, count);
-    for (int i = 0; i < count; ++i)
-        poles.SetValue(i + 1, {points[2 * static_cast<std::size_t>(i)],
-                               points[2 * static_cast<std::size_t>(i) + 1]});
-    if (curve.isRational()) {
-        TColStd_Array1OfReal weights(1, count);
-        curve.getWeights(&weights.ChangeFirst());
-        return stretchOf(new Geom2d_BSplineCurve(poles, weights, knots.values, knots.multiplicities,
-                                                 degree, periodic));
-    }
-    return stretchOf(
-        new Geom2d_BSplineCurve(poles, knots.values, knots.multiplicities, degree, periodic));
 }
 
 } // namespace step

@@ -1,10 +1,10 @@
 #include "shape_builder.h"
 
 #include "attribute_book.h"
-#include "kernel_geometry.h"
+#include "edge_traces.h"
+#include "listed.h"
 
-#include <keld-transl/geom/curve.h>
-#include <keld-transl/geom/point.h>
+#include <keld-transl/geom/surface.h>
 #include <keld-transl/model/point3d.h>
 #include <keld-transl/model/sub_pool.h>
 #include <keld-transl/product/part.h>
@@ -17,81 +17,42 @@
 #include <keld-transl/topology/shell.h>
 #include <keld-transl/topology/surface.h>
 #include <keld-transl/topology/uv_curve.h>
-#include <keld-transl/topology/vertex.h>
 
-#include <BRepLib.hxx>
 #include <BRep_Builder.hxx>
 #include <BRep_Tool.hxx>
 #include <Geom2d_Curve.hxx>
 #include <Geom_Curve.hxx>
-#include <Geom_Plane.hxx>
 #include <Geom_Surface.hxx>
 #include <Precision.hxx>
-#include <ShapeFix_Edge.hxx>
 #include <Standard_Failure.hxx>
-#include <TopLoc_Location.hxx>
-#include <TopoDS.hxx>
 #include <TopoDS_Compound.hxx>
+#include <TopoDS_Iterator.hxx>
 #include <TopoDS_Shell.hxx>
 #include <TopoDS_Solid.hxx>
 #include <TopoDS_Wire.hxx>
-#include <cmath>
 
 namespace step {
 
 namespace {
 
-/// What `forEach...` of the toolkit visits, in a list. Nulls are left out.
-template <class Entity, class Owner>
-std::vector<Entity *> listed(Owner & owner,
-                             bool (Owner::*forEach)(bool (*)(Entity *, void *), void *))
-{
-    std::vector<Entity *> result;
-    (owner.*forEach)(
-        [](Entity * entity, void * list) {
-            if (entity != nullptr)
-                static_cast<std::vector<Entity *> *>(list)->push_back(entity);
-            return true;
-        },
-        &result);
-    return result;
-}
+using transl_tk::HtmlLoggerEntry;
 
 constexpr int DoubleValue = 5;
 
-/// Whether a trace runs through the same points as its edge at the same parameters.
-bool isSynchronous(TopoDS_Edge const & edge, UvStretch const & trace, Geom_Surface const & surface)
+bool isSolid(TopoDS_Shape const & shape)
 {
-    double first = 0;
-    double last = 0;
-    Handle(Geom_Curve) const curve = BRep_Tool::Curve(edge, first, last);
-    double const slack = Precision::PConfusion();
-    if (std::abs(first - trace.first) > slack || std::abs(last - trace.last) > slack)
-        return false;
-    constexpr int Samples = 8;
-    double const tolerance = std::max(BRep_Tool::Tolerance(edge), 10 * Precision::Confusion());
-    for (int i = 0; i <= Samples; ++i) {
-        double const parameter = first + (last - first) * i / Samples;
-        gp_Pnt2d const uv = trace.curve->Value(parameter);
-        if (surface.Value(uv.X(), uv.Y()).Distance(curve->Value(parameter)) > tolerance)
-            return false;
-    }
-    return true;
+    return shape.ShapeType() == TopAbs_SOLID;
+}
+
+std::string wordsOf(Standard_Failure const & failure)
+{
+    std::string const words = failure.GetMessageString();
+    return words.empty() ? failure.DynamicType()->Name() : words;
 }
 
 } // namespace
 
-/// The UV curves of one edge in one face: that of the fin along the edge, and that of the other.
-struct ShapeBuilder::Trace
-{
-    TopoDS_Edge edge;
-    UvStretch along = {};
-    UvStretch against = {};
-    bool hasAlong = false;
-    bool hasAgainst = false;
-};
-
-ShapeBuilder::ShapeBuilder(transl_tk::SubPool & model)
+ShapeBuilder::ShapeBuilder(transl_tk::SubPool & model, Coverage & coverage) : m_Coverage(coverage)
 {
     for (transl_tk::Attribute * const attribute : model.m_Attributes) {
         if (attribute->getType() != static_cast<int>(ToleranceAttribute) ||
@@ -116,43 +77,45 @@ TopoDS_Shape ShapeBuilder::shapeOf(transl_tk::Part & part)
     BRep_Builder builder;
     TopoDS_Compound result;
     builder.MakeCompound(result);
-    for (auto * const body : listed(part, &transl_tk::Part::forEachBody))
-        builder.Add(result, shapeOf(*body));
-    for (auto * const edge : listed(part, &transl_tk::Part::forEachEdge))
-        builder.Add(result, edgeOf(*edge));
-    for (auto * const point : listed(part, &transl_tk::Part::forEachPoint)) {
-        double x = 0;
-        double y = 0;
-        double z = 0;
-        point->getCoordinates(x, y, z);
-        TopoDS_Vertex vertex;
-        builder.MakeVertex(vertex, {x, y, z}, Precision::Confusion());
-        builder.Add(result, vertex);
-    }
-    return result;
+    auto const add = [&](auto const & entities) {
+        for (auto * const entity : entities) {
+            TopoDS_Shape const shape = shapeOf(*entity);
+            if (!shape.IsNull())
+                builder.Add(result, shape);
+        }
+    };
+    add(listed(part, &transl_tk::Part::forEachBody));
+    add(listed(part, &transl_tk::Part::forEachEdge));
+    add(listed(part, &transl_tk::Part::forEachCurve));
+    add(listed(part, &transl_tk::Part::forEachPoint));
+    return result.NbChildren() == 1 && isSolid(TopoDS_Iterator(result).Value())
+               ? TopoDS_Iterator(result).Value()
+               : result;
 }
 
 TopoDS_Shape ShapeBuilder::shapeOf(transl_tk::Body & body)
 {
     BRep_Builder builder;
     std::vector<transl_tk::Shell *> const shells = listed(body, &transl_tk::Body::forEachShell);
-    bool isSolid = !shells.empty();
+    if (shells.empty())
+        return {};
+    TopoDS_Shape & result = m_Made[&body];
+    bool boundsSolid = true;
     for (auto * const shell : shells)
-        isSolid = isSolid && shell->getShellFlag();
-    if (isSolid) {
+        boundsSolid = boundsSolid && shell->getShellFlag();
+    if (!boundsSolid && shells.size() == 1) {
+        result = shapeOf(*shells.front());
+    } else {
         TopoDS_Solid solid;
+        TopoDS_Compound compound;
         builder.MakeSolid(solid);
+        builder.MakeCompound(compound);
+        result = boundsSolid ? TopoDS_Shape(solid) : TopoDS_Shape(compound);
         for (auto * const shell : shells)
-            builder.Add(solid, shapeOf(*shell));
-        return solid;
+            builder.Add(result, shapeOf(*shell));
     }
-    if (shells.size() == 1)
-        return shapeOf(*shells.front());
-    TopoDS_Compound compound;
-    builder.MakeCompound(compound);
-    for (auto * const shell : shells)
-        builder.Add(compound, shapeOf(*shell));
-    return compound;
+    m_Coverage.exact(HtmlLoggerEntry::Body);
+    return result;
 }
 
 TopoDS_Shape ShapeBuilder::shapeOf(transl_tk::Shell & shell)
@@ -161,14 +124,26 @@ TopoDS_Shape ShapeBuilder::shapeOf(transl_tk::Shell & shell)
     TopoDS_Shell result;
     builder.MakeShell(result);
     for (auto * const face : listed(shell, &transl_tk::Shell::forEachFace)) {
-        try {
-            builder.Add(result, faceOf(*face));
-        } catch (Standard_Failure const & failure) {
-            fault("face", *face, failure.GetMessageString());
-        }
+        TopoDS_Shape const made = shapeOf(*face);
+        if (!made.IsNull())
+            builder.Add(result, made);
     }
     result.Closed(BRep_Tool::IsClosed(result));
+    m_Coverage.exact(HtmlLoggerEntry::Shell);
     return result;
+}
+
+TopoDS_Shape ShapeBuilder::shapeOf(transl_tk::Face & face)
+{
+    try {
+        TopoDS_Face const result = faceOf(face);
+        m_Made[&face] = result;
+        m_Coverage.exact(HtmlLoggerEntry::Face);
+        return result;
+    } catch (Standard_Failure const & failure) {
+        fault(HtmlLoggerEntry::Face, face, wordsOf(failure));
+        return {};
+    }
 }
 
 TopoDS_Face ShapeBuilder::faceOf(transl_tk::Face & face)
@@ -178,20 +153,20 @@ TopoDS_Face ShapeBuilder::faceOf(transl_tk::Face & face)
     if (face.getSurface() == nullptr || face.getSurface()->getSurface() == nullptr)
         throw Standard_Failure("it has no surface");
     builder.MakeFace(result, surfaceOf(*face.getSurface()), toleranceOf(face));
-    std::vector<Trace> traces;
+    EdgeTraces traces;
     auto const loops = listed(face, &transl_tk::Face::forEachLoop);
     for (auto * const loop : loops)
         addLoop(result, *loop, face.getSense(), traces);
     if (loops.empty())
         builder.NaturalRestriction(result, true);
-    setTraces(result, traces);
+    traces.setOn(result);
     if (!face.getSense())
         result.Reverse();
     return result;
 }
 
 void ShapeBuilder::addLoop(TopoDS_Face & face, transl_tk::Loop & loop, bool faceSense,
-                           std::vector<Trace> & traces)
+                           EdgeTraces & traces)
 {
     BRep_Builder builder;
     TopoDS_Wire wire;
@@ -202,109 +177,35 @@ void ShapeBuilder::addLoop(TopoDS_Face & face, transl_tk::Loop & loop, bool face
         TopoDS_Edge const edge = edgeOf(*fin->getEdge());
         bool const along = (fin->getSense() == faceSense) == fin->getEdge()->getSense();
         builder.Add(wire, edge.Oriented(along ? TopAbs_FORWARD : TopAbs_REVERSED));
-        Trace * trace = nullptr;
-        for (Trace & known : traces) {
-            if (known.edge.IsSame(edge))
-                trace = &known;
-        }
-        if (trace == nullptr)
-            trace = &traces.emplace_back(Trace{edge});
-        (along ? trace->hasAlong : trace->hasAgainst) = true;
         auto * const uv = fin->getUVCurve();
-        if (uv != nullptr && uv->getCurve() != nullptr)
-            (along ? trace->along : trace->against) = kernelUvCurve(*uv->getCurve());
+        traces.add(edge, along,
+                   uv != nullptr && uv->getCurve() != nullptr ? kernelUvCurve(*uv->getCurve())
+                                                              : UvStretch());
+        if (uv != nullptr)
+            m_Coverage.exact(HtmlLoggerEntry::UVCurve);
+        m_Coverage.exact(HtmlLoggerEntry::Fin);
     }
     wire.Closed(BRep_Tool::IsClosed(wire));
     builder.Add(face, wire);
+    m_Coverage.exact(HtmlLoggerEntry::Loop);
 }
 
-void ShapeBuilder::setTraces(TopoDS_Face const & face, std::vector<Trace> & traces)
+TopoDS_Shape ShapeBuilder::madeFrom(transl_tk::Base const & entity) const
 {
-    bool const isPlane = !Handle(Geom_Plane)::DownCast(BRep_Tool::Surface(face)).IsNull();
-    for (Trace & trace : traces) {
-        // The kernel works out the traces on planes by itself.
-        if (!isPlane)
-            setTrace(face, trace);
-    }
-}
-
-void ShapeBuilder::setTrace(TopoDS_Face const & face, Trace & trace)
-{
-    BRep_Builder builder;
-    TopLoc_Location const here;
-    Handle(Geom_Surface) const surface = BRep_Tool::Surface(face);
-    double const tolerance = BRep_Tool::Tolerance(trace.edge);
-    UvStretch const & first = trace.along.curve.IsNull() ? trace.against : trace.along;
-    if (first.curve.IsNull()) {
-        ShapeFix_Edge().FixAddPCurve(trace.edge, face, trace.hasAlong && trace.hasAgainst);
-        return;
-    }
-    if (!trace.along.curve.IsNull() && !trace.against.curve.IsNull())
-        builder.UpdateEdge(trace.edge, trace.along.curve, trace.against.curve, surface, here,
-                           tolerance);
-    else
-        builder.UpdateEdge(trace.edge, first.curve, surface, here, tolerance);
-    if (BRep_Tool::Degenerated(trace.edge)) {
-        builder.Range(trace.edge, first.first, first.last);
-        builder.Range(trace.edge, surface, here, first.first, first.last);
-    } else if (!isSynchronous(trace.edge, first, *surface)) {
-        builder.Range(trace.edge, surface, here, first.first, first.last);
-        builder.SameRange(trace.edge, false);
-        builder.SameParameter(trace.edge, false);
-        BRepLib::SameParameter(trace.edge, tolerance);
-    }
-}
-
-TopoDS_Edge ShapeBuilder::edgeOf(transl_tk::Edge & edge)
-{
-    TopoDS_Edge & result = m_Edges[&edge];
-    if (!result.IsNull())
-        return result;
-    BRep_Builder builder;
-    auto * const carrier = edge.getCurve();
-    if (carrier != nullptr && carrier->getCurve() != nullptr) {
-        Handle(Geom_Curve) const curve = kernelCurve(*carrier->getCurve());
-        builder.MakeEdge(result, curve, toleranceOf(edge));
-        auto const & range = carrier->getCurve()->getParameterization().m_Values;
-        if (range.size() > 1)
-            builder.Range(result, range.front(), range.back());
-    } else {
-        builder.MakeEdge(result);
-        builder.UpdateEdge(result, toleranceOf(edge));
-        builder.Degenerated(result, true);
-    }
-    auto * const start = edge.getSense() ? edge.getStartVertex() : edge.getEndVertex();
-    auto * const end = edge.getSense() ? edge.getEndVertex() : edge.getStartVertex();
-    if (start != nullptr)
-        builder.Add(result, vertexOf(*start).Oriented(TopAbs_FORWARD));
-    if (end != nullptr)
-        builder.Add(result, vertexOf(*end).Oriented(TopAbs_REVERSED));
-    return result;
-}
-
-TopoDS_Vertex ShapeBuilder::vertexOf(transl_tk::Vertex & vertex)
-{
-    TopoDS_Vertex & result = m_Vertices[&vertex];
-    if (!result.IsNull())
-        return result;
-    geom::Point * point = nullptr;
-    double parameter = 0;
-    vertex.getGeometry(point, parameter);
-    if (point == nullptr)
-        throw Standard_Failure("a vertex is given by a parameter of its curve alone");
-    double x = 0;
-    double y = 0;
-    double z = 0;
-    point->getCoordinates(x, y, z);
-    BRep_Builder().MakeVertex(result, {x, y, z}, toleranceOf(vertex));
-    return result;
+    auto const found = m_Made.find(&entity);
+    return found == m_Made.end() ? TopoDS_Shape() : found->second;
 }
 
 Handle(Geom_Surface) ShapeBuilder::surfaceOf(transl_tk::Surface & surface)
 {
     Handle(Geom_Surface) & result = m_Surfaces[&surface];
-    if (result.IsNull())
-        result = kernelSurface(*surface.getSurface());
+    if (!result.IsNull())
+        return result;
+    result = kernelSurface(*surface.getSurface());
+    if (surface.getSurface()->getType() == geom::Surface::Ruled)
+        m_Coverage.changed(HtmlLoggerEntry::Surface, "ruled surface as B-spline surface");
+    else
+        m_Coverage.exact(HtmlLoggerEntry::Surface);
     return result;
 }
 
@@ -314,11 +215,12 @@ double ShapeBuilder::toleranceOf(transl_tk::Base const & entity) const
     return found == m_Tolerances.end() ? Precision::Confusion() : found->second;
 }
 
-void ShapeBuilder::fault(char const * what, transl_tk::Base const & entity,
-                         std::string const & words)
+void ShapeBuilder::fault(Kind kind, transl_tk::Base const & entity, std::string const & words)
 {
-    m_Faults.push_back("The " + std::string(what) + " " + std::to_string(entity.getId()) +
+    std::string const number = std::to_string(entity.getId());
+    m_Faults.push_back("The " + HtmlLoggerEntry::baseToStringMapping(kind) + " " + number +
                        " was left out: " + words + ".");
+    m_Coverage.lost(kind, number, words);
 }
 
 } // namespace step

@@ -92,6 +92,11 @@ void OutputFile::write(char const * bytes, std::size_t size)
     }
 }
 
+std::string OutputFile::readingPath() const
+{
+    return m_TemporaryName.empty() ? linkOf(m_Fd) : m_TemporaryName;
+}
+
 void OutputFile::commit()
 {
     if (fsync(m_Fd) != 0)

@@ -28,6 +28,9 @@ public:
 
     void write(char const * bytes, std::size_t size);
 
+    /// A path under which this process can read what was written so far, until `commit`.
+    std::string readingPath() const;
+
     /// Puts the file on the disk and under its name.
     void commit();
 
