@@ -10,6 +10,8 @@
 #include <STEPCAFControl_Reader.hxx>
 #include <Standard_Failure.hxx>
 #include <StepData_StepModel.hxx>
+#include <memory>
+#include <vector>
 
 namespace step {
 
@@ -53,6 +55,14 @@ bool isWhole(StepData_StepModel const & model)
     return true;
 }
 
+/// Leaves a reader alone until the process ends, which is soon: to free what it holds takes longer
+/// than to make the model of it, and memory is at its highest before.
+void keep(std::unique_ptr<STEPCAFControl_Reader> reader)
+{
+    static auto & kept = *new std::vector<std::unique_ptr<STEPCAFControl_Reader>>;
+    kept.push_back(std::move(reader));
+}
+
 std::string wordsOf(Standard_Failure const & failure)
 {
     return std::string(failure.DynamicType()->Name()) + " " + failure.GetMessageString();
@@ -68,19 +78,19 @@ Document readStep(std::string const & path, Run & run, Coverage & coverage)
     Interface_Static::SetCVal("xstep.cascade.unit", "MM");
     for (Demand const level : {Demand::All, Demand::WithoutTolerances, Demand::ShapesOnly}) {
         // A reader that has failed is of no use any more.
-        STEPCAFControl_Reader reader;
-        demand(reader, level);
-        parse(reader, path, run);
+        auto reader = std::make_unique<STEPCAFControl_Reader>();
+        demand(*reader, level);
+        parse(*reader, path, run);
         // The kernel falls over named shapes that refer to what is not in the file.
         Interface_Static::SetIVal("read.stepcaf.subshapes.name",
-                                  isWhole(*reader.Reader().StepModel()) ? 1 : 0);
+                                  isWhole(*reader->Reader().StepModel()) ? 1 : 0);
         run.progress(TransferStart);
         Document result;
         result.content = newDocument();
         Handle(TransferProgress) const progress =
             new TransferProgress(run, TransferStart, TransferEnd);
         try {
-            reader.Transfer(result.content, progress->Start());
+            reader->Transfer(result.content, progress->Start());
         } catch (Standard_Failure const & failure) {
             if (level == Demand::All)
                 coverage.lost(HtmlLoggerEntry::PMIs, "",
@@ -95,7 +105,8 @@ Document readStep(std::string const & path, Run & run, Coverage & coverage)
                               path + " made the kernel fail: " + wordsOf(failure) + ".");
             continue;
         }
-        gatherFacts(reader.ChangeReader(), result, coverage);
+        gatherFacts(reader->ChangeReader(), result, coverage);
+        keep(std::move(reader));
         return result;
     }
     return {};

@@ -28,6 +28,7 @@
 #include <XSControl_TransferReader.hxx>
 #include <XSControl_WorkSession.hxx>
 #include <algorithm>
+#include <unordered_map>
 
 namespace step {
 
@@ -150,11 +151,26 @@ Kind kindOf(Handle(Standard_Transient) const & entity)
     return HtmlLoggerEntry::Object;
 }
 
+/// `kindOf`, worked out once for each type: a file has few types and very many entities.
+class KindsByType
+{
+public:
+    Kind of(Handle(Standard_Transient) const & entity)
+    {
+        auto const [place, isNew] = m_Kinds.try_emplace(entity->DynamicType().get());
+        if (isNew)
+            place->second = kindOf(entity);
+        return place->second;
+    }
+
+private:
+    std::unordered_map<Standard_Type const *, Kind> m_Kinds;
+};
+
 /// What the kernel was asked to read and gave nothing for.
 void gatherLoss(Handle(StepData_StepModel) const & model, Handle(Standard_Transient) const & entity,
-                Handle(Transfer_TransientProcess) const & process, Coverage & coverage)
+                Kind kind, Handle(Transfer_TransientProcess) const & process, Coverage & coverage)
 {
-    Kind const kind = kindOf(entity);
     auto const binder = process->Find(entity);
     bool const arrived = !binder.IsNull() && binder->HasResult();
     bool const failed = !binder.IsNull() && binder->Check()->HasFailed();
@@ -175,9 +191,10 @@ void gatherFacts(STEPControl_Reader & reader, Document & document, Coverage & co
     gatherHeader(model, document);
     auto const transfer = reader.WS()->TransferReader();
     auto const process = transfer->TransientProcess();
+    KindsByType kinds;
     for (int i = 1; i <= model->NbEntities(); ++i) {
         auto const entity = model->Value(i);
-        gatherLoss(model, entity, process, coverage);
+        gatherLoss(model, entity, kinds.of(entity), process, coverage);
         if (auto const definition = Handle(StepBasic_ProductDefinition)::DownCast(entity))
             gatherProduct(definition, process, document);
     }
