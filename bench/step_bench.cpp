@@ -62,6 +62,20 @@ double processorSeconds()
     return processorSeconds(RUSAGE_SELF) + processorSeconds(RUSAGE_CHILDREN);
 }
 
+/// Seconds that something took, on the clock and of this process's processors.
+struct Span
+{
+    double clock = 0;
+    double processor = 0;
+};
+
+template <class Work> Span spanOf(Work && work)
+{
+    double const before = processorSeconds(RUSAGE_SELF);
+    double const clock = secondsOf(work);
+    return {clock, processorSeconds(RUSAGE_SELF) - before};
+}
+
 /// Seconds of something and of its yardstick, taken in turn, so that other work on the machine
 /// hits both.
 class Turns
@@ -206,35 +220,39 @@ void Added(benchmark::State & state, StepFile const & file)
             : saved;
 
     Turns turns;
+    Turns processor;
     std::vector<double> parts[5];
     for ([[maybe_unused]] auto iteration : state) {
         transl_tk::Pool::construct("bench");
         translator_kit::Run mapping(frames, options,
                                     *transl_tk::Pool::getInstance()->currentSubPool());
         step::Coverage counts;
-        double const map =
-            secondsOf([&] { step::Structure(document, file.name, facets, counts).build(mapping); });
+        Span const map =
+            spanOf([&] { step::Structure(document, file.name, facets, counts).build(mapping); });
         long long size = 0;
-        double const write = secondsOf([&] { size = transl_tk::Server::writeSharedMem(segment); });
+        Span const write = spanOf([&] { size = transl_tk::Server::writeSharedMem(segment); });
         transl_tk::Pool::destruct();
         // One process holds one segment: the reader is another, as in a run.
-        double const read = bench::secondsOfFirst([&] {
-            transl_tk::Server::readSharedMem(segment, size);
-            if (!transl_tk::Server::exchangeFailure().empty())
-                ::_exit(1);
-        });
-        if (read == 0)
+        auto const reading = [&](double Span::*which) {
+            return bench::inFreshProcess([&] {
+                transl_tk::Pool::construct("first");
+                Span const span = spanOf([&] { transl_tk::Server::readSharedMem(segment, size); });
+                return transl_tk::Server::exchangeFailure().empty() ? span.*which : 0;
+            });
+        };
+        Span const read = {reading(&Span::clock), reading(&Span::processor)};
+        if (read.clock == 0)
             state.SkipWithError("the model was not read");
         transl_tk::Server::unmapSharedMemory(true);
 
         bool isThere = false;
-        double const save = secondsOf(
+        Span const save = spanOf(
             [&] { isThere = application->SaveAs(document.content, target.c_str()) == PCDM_SS_OK; });
         Handle(TDocStd_Document) opened;
         // The document that was saved is taken for open under its name.
         std::string const copy = target + ".copy";
         std::filesystem::rename(target, copy);
-        double const open = secondsOf(
+        Span const open = spanOf(
             [&] { isThere = isThere && application->Open(copy.c_str(), opened) == PCDM_RS_OK; });
         if (!isThere)
             state.SkipWithError("the kernel could not save and open the document");
@@ -242,15 +260,19 @@ void Added(benchmark::State & state, StepFile const & file)
             application->Close(opened);
         std::filesystem::remove(copy);
 
-        bench::setTime(state, map + write + read);
-        turns.add(map + write + read, save + open);
+        bench::setTime(state, map.clock + write.clock + read.clock);
+        turns.add(map.clock + write.clock + read.clock, save.clock + open.clock);
+        processor.add(map.processor + write.processor + read.processor,
+                      save.processor + open.processor);
         std::size_t next = 0;
-        for (double const part : {map, write, read, save, open})
-            parts[next++].push_back(part);
+        for (Span const & part : {map, write, read, save, open})
+            parts[next++].push_back(part.processor);
     }
     turns.tell(state);
+    processor.tell(state, "cpu_");
     std::size_t next = 0;
-    for (char const * const name : {"map_ms", "write_ms", "read_ms", "save_ms", "open_ms"})
+    for (char const * const name :
+         {"map_cpu_ms", "write_cpu_ms", "read_cpu_ms", "save_cpu_ms", "open_cpu_ms"})
         state.counters[name] = 1000 * medianOf(parts[next++]);
     application->Close(document.content);
     transl_tk::IExecIO::destruct(given);
