@@ -1,6 +1,8 @@
 #ifndef KELD_BENCH_FRESH_PROCESS_H
 #define KELD_BENCH_FRESH_PROCESS_H
 
+#include "peak_memory.h"
+
 #include <keld-transl/exchange/shared_mem.h>
 #include <keld-transl/model/pool.h>
 #include <keld-transl/process/server.h>
@@ -32,19 +34,6 @@ template <class Work> double inFreshProcess(Work work)
     ::close(ends[0]);
     ::close(ends[1]);
     return result;
-}
-
-/// Highest resident size of this process so far, in bytes.
-inline double peakMemory()
-{
-    std::ifstream status("/proc/self/status");
-    for (std::string word; status >> word;)
-        if (word == "VmHWM:") {
-            double kibibytes = 0;
-            status >> kibibytes;
-            return kibibytes * 1024;
-        }
-    return 0;
 }
 
 /// Peak of a process of its own that runs `work`.

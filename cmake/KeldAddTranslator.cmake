@@ -1,8 +1,9 @@
-# keld_add_translator(<name> SOURCES <file>... [LIBRARIES <target>...]): a translator for a format.
+# keld_add_translator(<name> SOURCES <file>... [LIBRARIES <target>...] [ENVIRONMENT <NAME=value>...]):
+# a translator for a format.
 #
 # Builds the executable keld_<name>_linux_x86_64 from the sources, which hold its main(), and lays
 # the script keld_<name>.sh beside it, through which hosts start it. Both are installed to the bin
-# directory. An installed translator finds the toolkit's libraries in the lib directory beside bin,
+# directory. The script sets those variables of ENVIRONMENT that are not set already. An installed translator finds the toolkit's libraries in the lib directory beside bin,
 # or wherever they lay when it was linked.
 include(GNUInstallDirs)
 
@@ -17,13 +18,14 @@ case $self in
     */*) directory=${self%/*} ;;
     *) directory=. ;;
 esac
-exec "$directory/@KELD_TRANSLATOR_EXECUTABLE@" "$@"
+@KELD_TRANSLATOR_EXPORTS@exec "$directory/@KELD_TRANSLATOR_EXECUTABLE@" "$@"
 ]=])
 
 function(keld_add_translator name)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LIBRARIES")
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LIBRARIES;ENVIRONMENT")
   if(NOT arg_SOURCES OR arg_UNPARSED_ARGUMENTS)
-    message(FATAL_ERROR "usage: keld_add_translator(<name> SOURCES <file>... [LIBRARIES <target>...])")
+    message(FATAL_ERROR "usage: keld_add_translator(<name> SOURCES <file>... [LIBRARIES <target>...] "
+                        "[ENVIRONMENT <NAME=value>...])")
   endif()
   set(KELD_TRANSLATOR_EXECUTABLE keld_${name}_linux_x86_64)
   set(target ${KELD_TRANSLATOR_EXECUTABLE})
@@ -37,6 +39,12 @@ function(keld_add_translator name)
   set_target_properties(${target} PROPERTIES
     INSTALL_RPATH "$ORIGIN/${lib_from_bin}"
     INSTALL_RPATH_USE_LINK_PATH ON)
+
+  set(KELD_TRANSLATOR_EXPORTS "")
+  foreach(variable IN LISTS arg_ENVIRONMENT)
+    string(REGEX REPLACE "^([A-Z_]+)=(.*)$" "export \"\\1=\${\\1-\\2}\"\n" line "${variable}")
+    string(APPEND KELD_TRANSLATOR_EXPORTS "${line}")
+  endforeach()
 
   set(directory ${CMAKE_CURRENT_BINARY_DIR})
   if(CMAKE_RUNTIME_OUTPUT_DIRECTORY)

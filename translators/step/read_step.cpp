@@ -22,6 +22,8 @@
 #include <XCAFDoc_DocumentTool.hxx>
 #include <XSControl_TransferReader.hxx>
 #include <XSControl_WorkSession.hxx>
+#include <memory>
+#include <vector>
 
 namespace step {
 
@@ -129,6 +131,14 @@ bool isWhole(StepData_StepModel const & model)
     return true;
 }
 
+/// Leaves a reader alone until the process ends, which is soon: to free what it holds takes longer
+/// than to make the model of it, and memory is at its highest before.
+void keep(std::unique_ptr<Reader> reader)
+{
+    static auto & kept = *new std::vector<std::unique_ptr<Reader>>;
+    kept.push_back(std::move(reader));
+}
+
 /// The entity that the kernel was done with last, such as "#12".
 std::string lastEntity(STEPControl_Reader const & reader)
 {
@@ -148,12 +158,12 @@ Document readStep(std::string const & path, Run & run, Coverage & coverage)
     Interface_Static::SetCVal("xstep.cascade.unit", "MM");
     for (bool const all : {true, false}) {
         // A reader that has failed is of no use any more.
-        Reader reader;
-        reader.askForAll(all);
-        parse(reader, path, run);
+        auto reader = std::make_unique<Reader>();
+        reader->askForAll(all);
+        parse(*reader, path, run);
         // The kernel falls over named shapes that refer to what is not in the file.
         Interface_Static::SetIVal("read.stepcaf.subshapes.name",
-                                  isWhole(*reader.ChangeReader().StepModel()) ? 1 : 0);
+                                  isWhole(*reader->ChangeReader().StepModel()) ? 1 : 0);
         run.phase("transfer");
         // What is tried again has been shown before.
         int const start = all ? TransferStart : TransferEnd;
@@ -161,9 +171,9 @@ Document readStep(std::string const & path, Run & run, Coverage & coverage)
         Document result;
         result.content = newDocument();
         Handle(TransferProgress) const progress = new TransferProgress(
-            run, start, TransferEnd, [&reader] { return lastEntity(reader.ChangeReader()); });
+            run, start, TransferEnd, [&reader] { return lastEntity(reader->ChangeReader()); });
         try {
-            callKernel([&] { reader.Transfer(result.content, progress->Start()); });
+            callKernel([&] { reader->Transfer(result.content, progress->Start()); });
         } catch (Standard_Failure const & failure) {
             if (all)
                 continue;
@@ -171,8 +181,9 @@ Document readStep(std::string const & path, Run & run, Coverage & coverage)
                           path + " made the kernel fail: " + wordsOf(failure) + ".");
         }
         if (!all)
-            reader.addFacts(result.content, coverage);
-        gatherFacts(reader.ChangeReader(), result, run, coverage);
+            reader->addFacts(result.content, coverage);
+        gatherFacts(reader->ChangeReader(), result, run, coverage);
+        keep(std::move(reader));
         return result;
     }
     return {};

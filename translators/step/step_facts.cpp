@@ -159,11 +159,26 @@ Kind kindOf(Handle(Standard_Transient) const & entity)
     return HtmlLoggerEntry::Object;
 }
 
+/// `kindOf`, worked out once for each type: a file has few types and very many entities.
+class KindsByType
+{
+public:
+    Kind of(Handle(Standard_Transient) const & entity)
+    {
+        auto const [place, isNew] = m_Kinds.try_emplace(entity->DynamicType().get());
+        if (isNew)
+            place->second = kindOf(entity);
+        return place->second;
+    }
+
+private:
+    std::unordered_map<Standard_Type const *, Kind> m_Kinds;
+};
+
 /// What the kernel was asked to read and gave nothing for. Whether that is so.
 bool gatherLoss(Handle(StepData_StepModel) const & model, Handle(Standard_Transient) const & entity,
-                Handle(Transfer_TransientProcess) const & process, Coverage & coverage)
+                Kind kind, Handle(Transfer_TransientProcess) const & process, Coverage & coverage)
 {
-    Kind const kind = kindOf(entity);
     auto const binder = process->Find(entity);
     bool const arrived = !binder.IsNull() && binder->HasResult();
     bool const failed = !binder.IsNull() && binder->Check()->HasFailed();
@@ -263,10 +278,11 @@ void gatherFacts(STEPControl_Reader & reader, Document & document, translator_ki
     auto const transfer = reader.WS()->TransferReader();
     auto const process = transfer->TransientProcess();
     auto const faces = std::make_shared<FaceNumbers>();
+    KindsByType kinds;
     UnreadEntities unread(*model, coverage);
     for (int i = 1; i <= model->NbEntities(); ++i) {
         auto const entity = model->Value(i);
-        if (!gatherLoss(model, entity, process, coverage))
+        if (!gatherLoss(model, entity, kinds.of(entity), process, coverage))
             unread.look(i);
         if (auto const face = Handle(StepShape_FaceSurface)::DownCast(entity)) {
             gatherFace(model, face, process, *faces);

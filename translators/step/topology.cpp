@@ -1,6 +1,7 @@
 #include "topology.h"
 
 #include "curves.h"
+#include "edge_uv.h"
 #include "loop_order.h"
 #include "placement.h"
 
@@ -264,7 +265,7 @@ void Topology::setUvCurve(transl_tk::Fin & fin, TopoDS_Edge const & edge, TopoDS
 {
     double first = 0;
     double last = 0;
-    auto const curve = BRep_Tool::CurveOnSurface(edge, face, first, last);
+    auto const curve = uvCurveOf(edge, face, first, last);
     if (curve.IsNull())
         return;
     if (!uv.exists) {
