@@ -13,8 +13,10 @@
 #include <StepData_StepModel.hxx>
 #include <StepRepr_NextAssemblyUsageOccurrence.hxx>
 #include <TCollection_HAsciiString.hxx>
+#include <TDF_ChildIDIterator.hxx>
 #include <TDF_LabelSequence.hxx>
 #include <TDataStd_Name.hxx>
+#include <XCAFDoc_Centroid.hxx>
 #include <XCAFDoc_DocumentTool.hxx>
 #include <XCAFDoc_ShapeTool.hxx>
 #include <map>
@@ -62,6 +64,17 @@ NamesOfPlaces namesOfPlaces(TDocStd_Document const & document)
     return result;
 }
 
+/// The kernel's writer takes centroids, unlike shapes, for lengths in the unit of the file.
+void putCentroidsInInches(TDocStd_Document const & document)
+{
+    constexpr double Inch = 25.4;
+    for (TDF_ChildIDIterator found(document.Main(), XCAFDoc_Centroid::GetID(), true); found.More();
+         found.Next()) {
+        auto const centroid = Handle(XCAFDoc_Centroid)::DownCast(found.Value());
+        centroid->Set(gp_Pnt(centroid->Get().XYZ() / Inch));
+    }
+}
+
 /// The kernel's writer leaves out the names of those that stand where they were drawn.
 void nameInstances(TDocStd_Document const & document, StepData_StepModel const & model)
 {
@@ -85,6 +98,8 @@ void writeStep(Drawing const & drawing, Unit unit, std::string const & path)
     constexpr int Ap242 = 5;
     Interface_Static::SetIVal("write.step.schema", Ap242);
     Interface_Static::SetCVal("write.step.unit", unit == Unit::Inch ? "INCH" : "MM");
+    if (unit == Unit::Inch)
+        putCentroidsInInches(*drawing.document);
     STEPCAFControl_Writer writer;
     writer.SetColorMode(true);
     writer.SetLayerMode(true);

@@ -26,8 +26,8 @@ TEST(KeldJobsFailures, OneBadFileDisturbsNoOther)
     std::string const table = tests::withoutTimes(ended.out);
     EXPECT_THAT(table, HasSubstr("\na.kit             completed T       3     0\n"));
     EXPECT_THAT(table, HasSubstr("\ncrash.kit         failed T\n"
-                                 "  the translator ended without an answer; nothing came of the "
-                                 "run.\n"));
+                                 "  the translator ended without an answer, killed by signal 11 "
+                                 "(Segmentation fault); nothing came of the run.\n"));
     EXPECT_THAT(table, HasSubstr("\nb.kit             completed T       3     0\n"));
     EXPECT_THAT(table, HasSubstr("\n2 of 4 files completed, 2 failed.\n"));
 }

@@ -1,6 +1,7 @@
 // The generated machine vise: what its file holds, by the kernel's own reading, and that the
 // translator loses nothing of it.
 #include "step/kernel_reading.h"
+#include "step/made_documents.h"
 #include "step/made_files.h"
 #include "step/received_model.h"
 #include "support/child.h"
@@ -39,6 +40,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <set>
+#include <sstream>
 #include <string>
 #include <unistd.h>
 #include <vector>
@@ -453,6 +455,33 @@ TEST_F(StepAssembly, TheTranslatorApproximatesOffsetCurves)
                               "Nothing was lost."}));
     EXPECT_THAT(received.entries(1),
                 testing::Contains(HasSubstr("2 offset curve approximated by a B-spline curve")));
+}
+
+TEST_F(StepAssembly, TheTranslatorTakesOffsetsInTheUnitOfTheFile)
+{
+    ASSERT_EQ(0, generator({"--millimetres", m_Path}));
+    std::vector<std::string> faults;
+    double const area = tests::measuresOf(tests::ReceivedModel(m_Path).rebuilt(faults)).area;
+    tests::replaceInFile(m_Path, "SI_UNIT(.MILLI.,.METRE.)", "SI_UNIT(.CENTI.,.METRE.)");
+    double const scaled = tests::measuresOf(tests::ReceivedModel(m_Path).rebuilt(faults)).area;
+    EXPECT_NEAR(100 * area, scaled, 1e-6 * scaled);
+    EXPECT_THAT(faults, testing::IsEmpty());
+}
+
+TEST_F(StepAssembly, PropertiesAreThoseOfTheParts)
+{
+    read();
+    GProp_GProps volume;
+    BRepGProp::VolumeProperties(shape("Grundkörper"), volume, 1e-8);
+    constexpr int Validation = 5;
+    auto const text = [](char const * name, double number) {
+        std::ostringstream words;
+        words << name << " " << number;
+        return words.str();
+    };
+    EXPECT_THAT(tests::ReceivedModel(m_Path).attributes(Validation),
+                IsSupersetOf({HasSubstr(text("volume", volume.Mass())),
+                              HasSubstr(text("centroid", volume.CentreOfMass().X()))}));
 }
 
 TEST_F(StepAssembly, CopiesHavePartsOfTheirOwn)

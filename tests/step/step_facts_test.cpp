@@ -160,9 +160,11 @@ TEST_F(StepFacts, MaterialAndPropertiesComeBackInAnyUnit)
     EXPECT_THAT(
         received.attributes(Material),
         UnorderedElementsAre("material steel", "material description mild", "density 7.85"));
-    EXPECT_THAT(received.attributes(Validation), Contains("centroid 0 0 10"));
-    // In the square and the cube of the file's unit, the inch.
-    EXPECT_THAT(tests::contentOf(target()), AllOf(HasSubstr("0.6719263"), HasSubstr("3.449367")));
+    EXPECT_THAT(received.attributes(Validation),
+                UnorderedElementsAre("area 433.5", "volume 565.25", "centroid 0 0 10"));
+    // The centroid in the file's unit, the inch; area and volume have a unit of their own.
+    EXPECT_THAT(tests::contentOf(target()),
+                AllOf(HasSubstr("0.393700787"), HasSubstr("433.5"), HasSubstr("565.25")));
 }
 
 TEST_F(StepFacts, NamesOfBodiesAndFacesComeBack)

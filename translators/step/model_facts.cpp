@@ -146,15 +146,16 @@ bool ModelFacts::hasFacts(transl_tk::Base const & entity) const
                        [](Attribute const * attribute) { return isFact(*attribute); });
 }
 
-/// The kernel writes the numbers as they are, whatever the unit of the file.
+/// The kernel writes the numbers as they are: areas and volumes with millimetres as their unit,
+/// points without one, that is in the unit of the file.
 bool ModelFacts::putProperty(Attribute const & attribute, TDF_Label const & label) const
 {
     std::string const name = attribute.getName();
     auto const numbers = numbersOf(attribute);
     if (name == "area" && numbers.size() == 1)
-        XCAFDoc_Area::Set(label, numbers[0] / (m_Unit * m_Unit));
+        XCAFDoc_Area::Set(label, numbers[0]);
     else if (name == "volume" && numbers.size() == 1)
-        XCAFDoc_Volume::Set(label, numbers[0] / (m_Unit * m_Unit * m_Unit));
+        XCAFDoc_Volume::Set(label, numbers[0]);
     else if (name == "centroid" && numbers.size() == 3)
         XCAFDoc_Centroid::Set(label,
                               {numbers[0] / m_Unit, numbers[1] / m_Unit, numbers[2] / m_Unit});

@@ -2,6 +2,7 @@
 #include "kernel_faults.h"
 #include "sign_of_life.h"
 #include "step_facts.h"
+#include "step_unit.h"
 #include "transfer_progress.h"
 
 #include <keld-translator-kit/translator.h>
@@ -161,6 +162,8 @@ Document readStep(std::string const & path, Run & run, Coverage & coverage)
         auto reader = std::make_unique<Reader>();
         reader->askForAll(all);
         parse(*reader, path, run);
+        StepUnit const unit = unitOf(reader->ChangeReader());
+        scaleOffsetCurves(reader->ChangeReader(), unit.millimetres);
         // The kernel falls over named shapes that refer to what is not in the file.
         Interface_Static::SetIVal("read.stepcaf.subshapes.name",
                                   isWhole(*reader->ChangeReader().StepModel()) ? 1 : 0);
@@ -169,6 +172,8 @@ Document readStep(std::string const & path, Run & run, Coverage & coverage)
         int const start = all ? TransferStart : TransferEnd;
         run.progress(start);
         Document result;
+        result.lengthUnit = unit.type;
+        result.unitName = unit.name;
         result.content = newDocument();
         Handle(TransferProgress) const progress = new TransferProgress(
             run, start, TransferEnd, [&reader] { return lastEntity(reader->ChangeReader()); });

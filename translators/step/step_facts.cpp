@@ -22,7 +22,6 @@
 #include <StepShape_ManifoldSolidBrep.hxx>
 #include <StepShape_ShellBasedSurfaceModel.hxx>
 #include <StepShape_Vertex.hxx>
-#include <TColStd_SequenceOfAsciiString.hxx>
 #include <TCollection_HAsciiString.hxx>
 #include <TopoDS_Shape.hxx>
 #include <TopoDS_TShape.hxx>
@@ -33,7 +32,6 @@
 #include <XCAFDoc_ShapeTool.hxx>
 #include <XSControl_TransferReader.hxx>
 #include <XSControl_WorkSession.hxx>
-#include <algorithm>
 #include <map>
 #include <memory>
 #include <unordered_map>
@@ -43,55 +41,10 @@ namespace step {
 namespace {
 
 using transl_tk::HtmlLoggerEntry;
-using transl_tk::Units;
 
 std::string textOf(Handle(TCollection_HAsciiString) const & text)
 {
     return text.IsNull() ? std::string() : text->ToCString();
-}
-
-Units::LengthType lengthUnitOf(std::string name)
-{
-    constexpr struct
-    {
-        char const * name;
-        Units::LengthType unit;
-    } Names[] = {
-        {"millimetre", Units::Millimetre},
-        {"metre", Units::Metre},
-        {"inch", Units::Inch},
-        {"foot", Units::Foot},
-        {"feet", Units::Foot},
-        {"mile", Units::Mile},
-        {"kilometre", Units::Kilometre},
-        {"micrometre", Units::Micrometre},
-        {"centimetre", Units::Centimetre},
-        {"micron", Units::Micron},
-        {"decimetre", Units::Decimetre},
-        {"yard", Units::Yard},
-        {"angstrom", Units::Angstrom},
-        {"nanometre", Units::Nanometre},
-    };
-    std::transform(name.begin(), name.end(), name.begin(), [](unsigned char c) {
-        return static_cast<char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
-    });
-    for (auto const & known : Names) {
-        if (name == known.name)
-            return known.unit;
-    }
-    return Units::Millimetre;
-}
-
-void gatherUnit(STEPControl_Reader & reader, Document & document)
-{
-    TColStd_SequenceOfAsciiString lengths;
-    TColStd_SequenceOfAsciiString angles;
-    TColStd_SequenceOfAsciiString solidAngles;
-    reader.FileUnits(lengths, angles, solidAngles);
-    if (lengths.IsEmpty())
-        return;
-    document.unitName = lengths.First().ToCString();
-    document.lengthUnit = lengthUnitOf(document.unitName);
 }
 
 void gatherHeader(Handle(StepData_StepModel) const & model, Document & document)
@@ -272,7 +225,6 @@ private:
 void gatherFacts(STEPControl_Reader & reader, Document & document, translator_kit::Run & run,
                  Coverage & coverage)
 {
-    gatherUnit(reader, document);
     auto const model = reader.StepModel();
     gatherHeader(model, document);
     auto const transfer = reader.WS()->TransferReader();

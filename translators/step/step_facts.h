@@ -7,7 +7,7 @@ class STEPControl_Reader;
 
 namespace step {
 
-/// Fills in what a STEP file says beside its shapes: units, header, products, and which entity a
+/// Fills in what a STEP file says beside its shapes: header, products, and which entity a
 /// shape came from. Faces, shells and solids that the kernel could not read are counted as lost; of
 /// other entities that it could not read, or does not know, the log tells.
 void gatherFacts(STEPControl_Reader & reader, Document & document, translator_kit::Run & run,
