@@ -113,6 +113,11 @@ TEST_F(KeldReportPage, ShowsTheProductTreeWithInstancesMarked)
                                 node("instance l1", "Rotor", "instance of assembly") + "</ul>"));
 }
 
+TEST_F(KeldReportPage, CallsTheModelByTheOneComponentThatIsPlacedNowhere)
+{
+    EXPECT_THAT(page("placed"), HasSubstr("<bdi class=\"model\">machine</bdi>"));
+}
+
 TEST_F(KeldReportPage, ShowsPartsWithoutAnAssemblyOnTop)
 {
     std::string const page = this->page("parts");

@@ -119,6 +119,12 @@ void makeTree()
     report("Read the housing.", HtmlLoggerEntry::Part, 0);
 }
 
+void makePlaced()
+{
+    Assembly * const machine = Assembly::create(0, "machine");
+    machine->addChild(Instance::create(0, Part::create(0, "bolt")));
+}
+
 void makeMarkup()
 {
     std::string const script = "<script>document.title='ran'</script><img src=x onerror=\""
@@ -234,6 +240,8 @@ bool makeProduct(std::string const & name)
     else if (name == "log-error")
         Pool::getInstance()->logger()->addEntry("a face is gone", 1, cad::ILoggerPolicy::ErrorLine,
                                                 true);
+    else if (name == "placed")
+        makePlaced();
     else if (name == "lists")
         makeLists();
     else if (name == "deep")

@@ -9,6 +9,7 @@ namespace tests {
 ///
 ///   product      an assembly of three levels with everything that hangs on one
 ///   parts        two parts without an assembly
+///   placed       an assembly with an instance of a part that is no child of it
 ///   markup       names, entries and log words that mean something to a page or a terminal
 ///   long         one entry and one log line of a megabyte
 ///   lost         entries of all types about several kinds, known and unknown

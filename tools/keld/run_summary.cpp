@@ -1,6 +1,8 @@
 #include "run_summary.h"
 
 #include <keld-transl/model/pool.h>
+#include <keld-transl/product/component.h>
+#include <keld-transl/product/instance.h>
 #include <keld-transl/reporting/html_logger.h>
 
 #include <map>
@@ -9,8 +11,11 @@
 namespace keld {
 
 using cad::ILoggerPolicy;
+using transl_tk::Component;
+using transl_tk::Hierarchy;
 using transl_tk::HtmlLogger;
 using transl_tk::HtmlLoggerEntry;
+using transl_tk::Instance;
 using transl_tk::SubPool;
 
 namespace {
@@ -52,6 +57,25 @@ void setFailedCounts(HtmlLogger & logger, Tally const & errors)
         total += count;
     }
     logger.setFailedCount(HtmlLoggerEntry::Total, total);
+}
+
+/// The name of the one component on top that is placed nowhere; where there is not one alone, what
+/// the toolkit calls the model. For that, whatever hangs below no assembly is on top, those
+/// components included that instances place.
+std::string modelName(HtmlLogger & logger, std::vector<ProductNode> const & tree)
+{
+    Component * unplaced = nullptr;
+    for (ProductNode const & node : tree) {
+        if (node.level != 0 || node.hierarchy->getHierarchyType() == Hierarchy::Instance)
+            continue;
+        auto * const component = static_cast<Component *>(node.hierarchy);
+        if (!component->forEachInstance([](Instance *, void *) { return false; }, nullptr))
+            continue;
+        if (unplaced != nullptr)
+            return logger.getModelName();
+        unplaced = component;
+    }
+    return unplaced == nullptr ? logger.getModelName() : shownName(*unplaced);
 }
 
 /// Says how many entities there are of the kinds that the toolkit leaves to hosts.
@@ -183,11 +207,11 @@ RunSummary summariseRun(std::string const & file, RunOutcome const & outcome)
     for (int type = Information; type <= Error; ++type)
         summary.entryCounts[static_cast<std::size_t>(type)] =
             logger->getEntryCount(static_cast<HtmlLogger::EntryType>(type));
-    summary.model = logger->getModelName();
     summary.log = logLines(model);
     for (LogLine const & line : summary.log)
         summary.logErrors += line.type == ILoggerPolicy::ErrorLine;
     summary.tree = productTree();
+    summary.model = modelName(*logger, summary.tree);
     return summary;
 }
 
