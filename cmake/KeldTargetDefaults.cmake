@@ -23,3 +23,15 @@ function(keld_target_defaults target)
     target_link_options(${target} PRIVATE -fsanitize=${KELD_SANITIZE})
   endif()
 endfunction()
+
+# keld_precompile_if_sanitized(<target> <header>...): has these headers parsed once for the whole
+# target, in the builds with sanitizers, which are the second ones of the same sources. The first
+# ones see to it that each source includes what it needs.
+function(keld_precompile_if_sanitized target)
+  if(KELD_SANITIZE)
+    target_precompile_headers(${target} PRIVATE ${ARGN})
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+      target_compile_options(${target} PRIVATE -fpch-preprocess) # for ccache
+    endif()
+  endif()
+endfunction()

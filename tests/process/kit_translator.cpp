@@ -47,6 +47,15 @@
 #include <unistd.h>
 #include <vector>
 
+/// Under sanitizers, too, this translator is to die of the signal that a test asks for. Their
+/// library looks the function up by its name.
+extern "C" __attribute__((visibility("default"))) char const * __asan_default_options();
+
+extern "C" char const * __asan_default_options()
+{
+    return "handle_segv=0";
+}
+
 namespace {
 
 using translator_kit::Failure;
