@@ -1,14 +1,14 @@
 // What does a STEP file cost on its way through a translator process into the host, beside the
 // kernel that reads it in process?
 
-#include "document.h"
-#include "facets.h"
 #include "fresh_process.h"
+#include "import/document.h"
+#include "import/facets.h"
+#include "import/structure.h"
 #include "step_files.h"
 #include "step_host.h"
 #include "step_kernel.h"
 #include "stopwatch.h"
-#include "structure.h"
 
 #include <keld-transl/model/pool.h>
 #include <keld-transl/process/exec_io.h>

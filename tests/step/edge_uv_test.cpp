@@ -1,4 +1,4 @@
-#include "edge_uv.h"
+#include "import/edge_uv.h"
 #include "step/made_files.h"
 
 #include <BRepPrimAPI_MakeBox.hxx>

@@ -1,5 +1,5 @@
 // What becomes of faults inside of the kernel.
-#include "kernel_faults.h"
+#include "import/kernel_faults.h"
 #include "support/child.h"
 #include "support/leftovers.h"
 

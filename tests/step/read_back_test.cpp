@@ -1,6 +1,6 @@
 // What is read back of a file is compared with what was to be written: damage of any kind is seen.
-#include "document.h"
-#include "inventory.h"
+#include "export/inventory.h"
+#include "import/document.h"
 #include "step/made_files.h"
 #include "support/leftovers.h"
 

@@ -1,6 +1,6 @@
 #include "step/received_model.h"
 
-#include "shape_builder.h"
+#include "export/shape_builder.h"
 #include "support/segments.h"
 
 #include <keld-transl/attributes/attribute.h>

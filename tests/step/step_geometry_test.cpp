@@ -1,9 +1,9 @@
 // Each kind of curve and surface of the kernel: what it becomes, and that it runs through the same
 // points. The points of what arrived are worked out without the kernel.
-#include "curves.h"
+#include "import/curves.h"
+#include "import/surfaces.h"
+#include "import/uv_curves.h"
 #include "step/evaluated_shapes.h"
-#include "surfaces.h"
-#include "uv_curves.h"
 
 #include <Geom2dAPI_ProjectPointOnCurve.hxx>
 #include <Geom2d_BSplineCurve.hxx>

@@ -1,8 +1,8 @@
 // Facets in STL files: where they come from, and where they stand.
+#include "export/stl_measures.h"
 #include "step/made_files.h"
 #include "step/received_model.h"
 #include "step/sent_model.h"
-#include "stl_measures.h"
 #include "support/leftovers.h"
 
 #include <keld-transl/model/point3d.h>

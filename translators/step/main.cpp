@@ -1,6 +1,6 @@
 // A translator for STEP, IGES and BREP files, built on Open CASCADE.
-#include "read_file.h"
-#include "write_file.h"
+#include "export/write_file.h"
+#include "import/read_file.h"
 
 #include <keld-translator-kit/translator.h>
 
