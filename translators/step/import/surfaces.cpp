@@ -175,7 +175,7 @@ SurfaceResult extrusionFrom(Geom_SurfaceOfLinearExtrusion const & surface, Bound
 /// Bases of offset surfaces: no surface owns them, and they must live as long as the model.
 std::vector<geom::Surface *> & bases()
 {
-    static std::vector<geom::Surface *> all;
+    static auto & all = *new std::vector<geom::Surface *>;
     return all;
 }
 
