@@ -48,10 +48,12 @@ void Coverage::report(Run & run, std::string const & where) const
     for (auto const & [kind, counts] : m_Counts) {
         auto const lostOnes = static_cast<long long>(counts.losses.size());
         std::string const name = HtmlLoggerEntry::baseToStringMapping(kind);
-        tell(run, kind, Information,
-             name + ": " + std::to_string(counts.exact + counts.changed + lostOnes) + " " + where +
-                 ", " + std::to_string(counts.exact) + " exact, " + std::to_string(counts.changed) +
-                 " changed, " + std::to_string(lostOnes) + " lost");
+        std::string line = name + ": ";
+        line += std::to_string(counts.exact + counts.changed + lostOnes) + " " + where + ", ";
+        line += std::to_string(counts.exact) + " exact, ";
+        line += std::to_string(counts.changed) + " changed, ";
+        line += std::to_string(lostOnes) + " lost";
+        tell(run, kind, Information, line);
         for (auto const & [how, count] : counts.forms) {
             std::string words = name;
             words.append(": ").append(std::to_string(count)).append(" ").append(how);
