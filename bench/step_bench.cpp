@@ -9,6 +9,7 @@
 #include "step_host.h"
 #include "step_kernel.h"
 #include "stopwatch.h"
+#include "trail.h"
 
 #include <keld-transl/model/pool.h>
 #include <keld-transl/process/exec_io.h>
@@ -203,7 +204,9 @@ void Added(benchmark::State & state, StepFile const & file)
     transl_tk::IExecIO * const given = transl_tk::IExecIO::create();
     translator_kit::Options const options(*given);
     transl_tk::Pool::construct("bench");
-    translator_kit::Run run(frames, options, *transl_tk::Pool::getInstance()->currentSubPool());
+    translator_kit::Trail trail({});
+    translator_kit::Run run(frames, options, trail,
+                            *transl_tk::Pool::getInstance()->currentSubPool());
     step::Coverage coverage;
     step::Document const document =
         step::readDocument(file.path, step::FileKind::Step, run, coverage);
@@ -224,7 +227,7 @@ void Added(benchmark::State & state, StepFile const & file)
     std::vector<double> parts[5];
     for ([[maybe_unused]] auto iteration : state) {
         transl_tk::Pool::construct("bench");
-        translator_kit::Run mapping(frames, options,
+        translator_kit::Run mapping(frames, options, trail,
                                     *transl_tk::Pool::getInstance()->currentSubPool());
         step::Coverage counts;
         Span const map =
