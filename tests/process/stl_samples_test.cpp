@@ -1,8 +1,8 @@
 // Files that other programs wrote. They do not belong to the project: the tests are skipped where
 // the folder is not there.
 #include "process/stl_files.h"
+#include "support/samples.h"
 
-#include <cstdlib>
 #include <filesystem>
 #include <gmock/gmock.h>
 
@@ -14,28 +14,17 @@ using tests::KeldProgram;
 using tests::LeftoverGuard;
 using tests::Triangle;
 
-std::filesystem::path sampleFolder()
-{
-    char const * const folder = std::getenv("KELD_CAD_DATA");
-    return folder ? folder : KELD_TEST_SAMPLES;
-}
-
 class StlSamples : public testing::Test
 {
 protected:
-    void SetUp() override
-    {
-        if (!std::filesystem::is_directory(sampleFolder()))
-            GTEST_SKIP() << "There is no folder " << sampleFolder()
-                         << " with files of other programs; KELD_CAD_DATA may name one.";
-    }
+    void SetUp() override { tests::skipWithoutSamples(); }
 
     /// Expects that `file` holds so many triangles, converts it to both forms, and returns what
     /// stands in them.
     static std::vector<Triangle> read(std::string const & file, int triangles, int vertices)
     {
         KeldProgram keld;
-        std::filesystem::create_symlink(sampleFolder() / file, keld.files() / "in.stl");
+        std::filesystem::create_symlink(tests::sampleFolder() / file, keld.files() / "in.stl");
         std::string const counts = "  bodies              1\n"
                                    "  facets              1\n"
                                    "    triangles                     " +
@@ -85,7 +74,8 @@ TEST_F(StlSamples, BinaryFilesKeepTheirTriangles)
     for (auto const & [name, triangles, vertices] :
          {std::tuple("low_poly_benchy.stl", 984, 484), {"utah_teapot.stl", 9438, 4719}}) {
         std::vector<Triangle> const kept = read(name, triangles, vertices);
-        EXPECT_TRUE(kept == tests::trianglesOf(tests::contentOf(sampleFolder() / name))) << name;
+        EXPECT_TRUE(kept == tests::trianglesOf(tests::contentOf(tests::sampleFolder() / name)))
+            << name;
     }
 }
 

@@ -6,12 +6,12 @@
 #include "step/received_model.h"
 #include "step/sent_model.h"
 #include "support/leftovers.h"
+#include "support/samples.h"
 
 #include <BRepCheck_Analyzer.hxx>
 #include <TopExp.hxx>
 #include <TopTools_IndexedMapOfShape.hxx>
 #include <cmath>
-#include <cstdlib>
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -82,28 +82,17 @@ void expectSameFacts(Facts const & before, Facts const & after)
     EXPECT_EQ(before.layers, after.layers);
 }
 
-std::filesystem::path sampleFolder()
-{
-    char const * const folder = std::getenv("KELD_CAD_DATA");
-    return folder ? folder : KELD_TEST_SAMPLES;
-}
-
 class StepSampleRoundTrip : public testing::TestWithParam<char const *>
 {
 protected:
-    void SetUp() override
-    {
-        if (!std::filesystem::is_directory(sampleFolder()))
-            GTEST_SKIP() << "There is no folder " << sampleFolder()
-                         << " with files of other programs; KELD_CAD_DATA may name one.";
-    }
+    void SetUp() override { tests::skipWithoutSamples(); }
 };
 
 TEST_P(StepSampleRoundTrip, KeepsShapesNamesAndColours)
 {
     LeftoverGuard const guard;
     TemporaryDirectory const files;
-    std::string const from = sampleFolder() / GetParam();
+    std::string const from = tests::sampleFolder() / GetParam();
     std::string const to = files / "passed.step";
     SentModel const sent = tests::passOn(from, to);
     ASSERT_EQ(8U, sent.status()) << sent.log();
@@ -115,16 +104,6 @@ TEST_P(StepSampleRoundTrip, KeepsShapesNamesAndColours)
     expectSameFacts(Facts(from), Facts(to));
 }
 
-std::string testName(testing::TestParamInfo<char const *> const & file)
-{
-    std::string name = file.param;
-    for (char & letter : name) {
-        if (std::isalnum(static_cast<unsigned char>(letter)) == 0)
-            letter = '_';
-    }
-    return name;
-}
-
 INSTANTIATE_TEST_SUITE_P(
     Files, StepSampleRoundTrip,
     testing::Values("nist_ctc_01_asme1_ap242-e1.stp", "o3dv_as1_pe_203.stp", "o3dv_as1_pe_203.igs",
@@ -132,7 +111,7 @@ INSTANTIATE_TEST_SUITE_P(
                     "red_cube_blue_cylinder.step", "M6-1x12-countersunk-screw.step",
                     "transmission_pulley_at3_t10_center.step", "13_5_hinge_R_assy.stp",
                     "cube_hole.step", "mayo_cube.step", "mayo_cube.iges", "mayo_cube.brep"),
-    testName);
+    tests::sampleTestName);
 
 struct MadeShape
 {

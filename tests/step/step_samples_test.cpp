@@ -3,11 +3,11 @@
 #include "step/kernel_reading.h"
 #include "step/received_model.h"
 #include "support/leftovers.h"
+#include "support/samples.h"
 
 #include <keld-transl/attributes/annotation.h>
 
 #include <cmath>
-#include <cstdlib>
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -22,23 +22,12 @@ using tests::LeftoverGuard;
 using tests::Measures;
 using tests::ReceivedModel;
 
-std::filesystem::path sampleFolder()
-{
-    char const * const folder = std::getenv("KELD_CAD_DATA");
-    return folder ? folder : KELD_TEST_SAMPLES;
-}
-
 class StepSamples : public testing::TestWithParam<char const *>
 {
 protected:
-    void SetUp() override
-    {
-        if (!std::filesystem::is_directory(sampleFolder()))
-            GTEST_SKIP() << "There is no folder " << sampleFolder()
-                         << " with files of other programs; KELD_CAD_DATA may name one.";
-    }
+    void SetUp() override { tests::skipWithoutSamples(); }
 
-    std::string path() const { return sampleFolder() / GetParam(); }
+    std::string path() const { return tests::sampleFolder() / GetParam(); }
 };
 
 void expectNear(double expected, double actual, char const * what)
@@ -125,18 +114,13 @@ TEST_P(StepSampleFacts, NothingIsLost)
 class StepSample : public testing::Test
 {
 protected:
-    void SetUp() override
-    {
-        if (!std::filesystem::is_directory(sampleFolder()))
-            GTEST_SKIP() << "There is no folder " << sampleFolder()
-                         << " with files of other programs; KELD_CAD_DATA may name one.";
-    }
+    void SetUp() override { tests::skipWithoutSamples(); }
 };
 
 TEST_F(StepSample, DimensionsTolerancesAndDatumsArrive)
 {
     LeftoverGuard const guard;
-    ReceivedModel const received(sampleFolder() / "nist_ctc_01_asme1_ap242-e1.stp");
+    ReceivedModel const received(tests::sampleFolder() / "nist_ctc_01_asme1_ap242-e1.stp");
     std::map<int, int> kinds;
     received.model().m_Annotations.m_Entities.forEach([&](int, transl_tk::Base * entity) {
         ++kinds[static_cast<transl_tk::Annotation *>(entity)->getFirstNumber()];
@@ -157,20 +141,10 @@ TEST_F(StepSample, DimensionsTolerancesAndDatumsArrive)
 TEST_F(StepSample, ColoursOfTwoRootsArrive)
 {
     LeftoverGuard const guard;
-    ReceivedModel const received(sampleFolder() / "red_cube_blue_cylinder.step");
+    ReceivedModel const received(tests::sampleFolder() / "red_cube_blue_cylinder.step");
     constexpr int Colour = 1;
     EXPECT_THAT(received.attributes(Colour),
                 testing::IsSupersetOf({HasSubstr(" 221 82 40 100"), HasSubstr(" 59 97 180 100")}));
-}
-
-std::string testName(testing::TestParamInfo<char const *> const & file)
-{
-    std::string name = file.param;
-    for (char & letter : name) {
-        if (std::isalnum(static_cast<unsigned char>(letter)) == 0)
-            letter = '_';
-    }
-    return name;
 }
 
 auto const Files =
@@ -180,7 +154,7 @@ auto const Files =
                     "transmission_pulley_at3_t10_center.step", "13_5_hinge_R_assy.stp",
                     "cube_hole.step", "mayo_cube.step", "mayo_cube.iges", "mayo_cube.brep");
 
-INSTANTIATE_TEST_SUITE_P(Files, StepSamples, Files, testName);
-INSTANTIATE_TEST_SUITE_P(Files, StepSampleFacts, Files, testName);
+INSTANTIATE_TEST_SUITE_P(Files, StepSamples, Files, tests::sampleTestName);
+INSTANTIATE_TEST_SUITE_P(Files, StepSampleFacts, Files, tests::sampleTestName);
 
 } // namespace

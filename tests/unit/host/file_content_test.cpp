@@ -1,7 +1,7 @@
 #include "file_content.h"
 #include "support/leftovers.h"
+#include "support/samples.h"
 
-#include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
 #include <fstream>
@@ -180,16 +180,14 @@ TEST(FileContent, IsThatOfTheFileBehindALink)
 /// Files that other programs wrote. They do not belong to the project.
 TEST(FileContent, OfSamplesIsWhatTheirNamesSay)
 {
-    char const * const given = std::getenv("KELD_CAD_DATA");
-    std::filesystem::path const folder = given ? given : KELD_TEST_SAMPLES;
-    if (!std::filesystem::is_directory(folder))
-        GTEST_SKIP() << "There is no folder " << folder
-                     << " with files of other programs; KELD_CAD_DATA may name one.";
+    tests::skipWithoutSamples();
+    if (IsSkipped())
+        return;
     std::map<std::string, FileContent> const contents = {{".step", Step}, {".stp", Step},
                                                          {".iges", Iges}, {".igs", Iges},
                                                          {".brep", Brep}, {".stl", Stl}};
     int seen = 0;
-    for (auto const & entry : std::filesystem::directory_iterator(folder)) {
+    for (auto const & entry : std::filesystem::directory_iterator(tests::sampleFolder())) {
         auto const expected = contents.find(entry.path().extension());
         EXPECT_EQ(expected == contents.end() ? Unknown : expected->second, contentOf(entry.path()))
             << entry.path();

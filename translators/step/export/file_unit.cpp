@@ -1,10 +1,10 @@
 #include "export/file_unit.h"
 
+#include "length_unit.h"
+
 #include <keld-transl/product/component.h>
 #include <keld-transl/product/instance.h>
 #include <keld-translator-kit/run.h>
-
-#include <map>
 
 namespace step {
 
@@ -13,7 +13,6 @@ namespace {
 using transl_tk::Component;
 using transl_tk::Hierarchy;
 using transl_tk::Instance;
-using transl_tk::Units;
 
 constexpr FileUnit Millimetre = {"MM", 1};
 
@@ -36,19 +35,13 @@ Component * topComponent()
 
 FileUnit fileUnitOf(translator_kit::Run & run)
 {
-    static std::map<int, FileUnit> const Known = {
-        {Units::Millimetre, Millimetre},   {Units::Metre, {"M", 1000}},
-        {Units::Inch, {"INCH", 25.4}},     {Units::Foot, {"FT", 304.8}},
-        {Units::Mile, {"MI", 1609344}},    {Units::Kilometre, {"KM", 1e6}},
-        {Units::Micrometre, {"UM", 1e-3}}, {Units::Centimetre, {"CM", 10}},
-        {Units::Micron, {"UM", 1e-3}},
-    };
     Component * const top = topComponent();
     if (top == nullptr)
         return Millimetre;
     int const type = top->getUnits()->getLengthType();
-    if (auto const found = Known.find(type); found != Known.end())
-        return found->second;
+    LengthUnit const * const unit = lengthUnitOfType(type);
+    if (unit != nullptr && unit->writerWord != nullptr)
+        return {unit->writerWord, unit->millimetres};
     run.message("The model's unit (number " + std::to_string(type) +
                 ") cannot be written: the file is in millimetres.");
     return Millimetre;
