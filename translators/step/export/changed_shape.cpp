@@ -26,6 +26,13 @@ bool isMultipleOfIdentity(gp_Mat const & map)
     return true;
 }
 
+gp_Trsf scaling(double factor)
+{
+    gp_Trsf result;
+    result.SetScale({0, 0, 0}, factor);
+    return result;
+}
+
 } // namespace
 
 std::string wordsOf(gp_Mat const & map)
@@ -36,17 +43,13 @@ std::string wordsOf(gp_Mat const & map)
 }
 
 ChangedShape::ChangedShape(TopoDS_Shape const & shape, gp_Mat const & map)
-    : m_IsUniform(isMultipleOfIdentity(map)), m_Uniform(gp_Trsf()), m_Any(gp_GTrsf())
+    : m_IsUniform(isMultipleOfIdentity(map)),
+      m_Uniform(m_IsUniform ? scaling(map(1, 1)) : gp_Trsf()), m_Any(gp_GTrsf(map, {0, 0, 0}))
 {
-    if (m_IsUniform) {
-        gp_Trsf scale;
-        scale.SetScale({0, 0, 0}, map(1, 1));
-        m_Uniform = BRepBuilderAPI_Transform(scale);
+    if (m_IsUniform)
         m_Uniform.Perform(shape, true);
-    } else {
-        m_Any = BRepBuilderAPI_GTransform(gp_GTrsf(map, {0, 0, 0}));
+    else
         m_Any.Perform(shape, true);
-    }
 }
 
 BRepBuilderAPI_ModifyShape & ChangedShape::maker()
